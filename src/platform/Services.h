@@ -1,0 +1,202 @@
+#pragma once
+
+// What Tarnwick asks of a machine: one small interface a service, gathered in Services. A front end implements them,
+// app/ hands them over once with UseServices(), and everything else reaches them through services().
+//
+// Texts are in the system's ANSI code page (UTF-8 on Linux). Paths have "\" between their pieces. Nothing here throws;
+// a failure is told by the result that the operation names.
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace tarnwick {
+
+struct Menu;
+class Window;
+
+// 32 bits that name a window to the machine, 0 for none.
+using WindowHandle = std::int32_t;
+
+// A folder listing that stands open, 0 for none.
+using ListingHandle = std::int32_t;
+
+class FileService {
+public:
+    virtual ~FileService() = default;
+
+    // Opens a listing of the names that match `pattern`, a folder's path plus a last piece in which "*" stands for any
+    // text (matched regardless of case). Only the last piece is a pattern. Gives the first name and the listing in
+    // `listing`; the empty text when nothing matches or the folder can't be read, and then nothing is open.
+    // "." and ".." come first where the pattern matches them, then the names in the order of an NTFS folder.
+    virtual std::string OpenListing(const std::string& pattern, ListingHandle& listing) = 0;
+    // The next name of an open listing, the empty text behind the last one.
+    virtual std::string StepListing(ListingHandle listing) = 0;
+    virtual void CloseListing(ListingHandle listing) = 0;
+
+    // Deletes the one file of this path. False, and the file stays, for a folder, a read-only or missing file, a pattern.
+    virtual bool Remove(const std::string& path) = 0;
+
+    // The path of the user's Favorites folder; the empty text when the machine can't name it.
+    virtual std::string FavoritesFolder() = 0;
+};
+
+class ShortcutService {
+public:
+    virtual ~ShortcutService() = default;
+
+    // The value of `key` in `section` of the initialisation file `file`, at most `size` - 1 bytes of it; `fallback`
+    // where there is none.
+    virtual std::string ReadValue(const std::string& section, const std::string& key, const std::string& fallback,
+                                  std::size_t size, const std::string& file) = 0;
+};
+
+class SettingsService {
+public:
+    virtual ~SettingsService() = default;
+
+    virtual std::string Read(const std::string& application, const std::string& section, const std::string& key,
+                             const std::string& fallback) = 0;
+    // False when the value could not be stored; the old value then stays.
+    virtual bool Write(const std::string& application, const std::string& section, const std::string& key,
+                       const std::string& value) = 0;
+};
+
+// A socket as the machine numbers it; negative is a failure.
+using SocketNumber = std::int32_t;
+
+// SO_LINGER's value (Windows Sockets 1.1).
+struct LingerRecord {
+    std::uint16_t OnOff = 0;
+    std::uint16_t Seconds = 0;
+};
+
+// The 16 bytes that connect() takes (Windows Sockets 1.1, sockaddr_in); port and address in network order.
+struct AddressRecord {
+    std::int16_t Family = 0;
+    std::uint16_t Port = 0;
+    std::uint32_t Address = 0;
+    std::uint8_t Zero[8] = {};
+};
+
+// The Windows Sockets 1.1 operations that the socket engine uses, with their results. A socket that was selected tells
+// its events as window messages, which reach the window's procedure from the pump only, in order. Closing a socket takes
+// away what is still queued for it.
+class SocketService {
+public:
+    virtual ~SocketService() = default;
+
+    virtual std::int32_t Startup(std::uint16_t version) = 0; // 0, or an error code
+    virtual std::int32_t Cleanup() = 0;
+    virtual bool IsBlocking() = 0;
+    virtual std::int32_t CancelBlockingCall() = 0;
+
+    virtual SocketNumber Open(std::int32_t family, std::int32_t type, std::int32_t protocol) = 0;
+    virtual std::int32_t SetOption(SocketNumber socket, std::int32_t level, std::int32_t option,
+                                   const LingerRecord& value) = 0; // 0, or -1
+    virtual std::int32_t GetOption(SocketNumber socket, std::int32_t level, std::int32_t option,
+                                   LingerRecord& value, std::int32_t& length) = 0; // 0, or -1
+    // From here on the socket is non-blocking and posts `message` to `window`: first parameter the socket, second the
+    // event in the low and its error code in the high 16 bits.
+    virtual std::int32_t AsyncSelect(SocketNumber socket, WindowHandle window, std::uint32_t message,
+                                     std::int32_t mask) = 0; // 0, or -1
+    virtual std::int32_t Connect(SocketNumber socket, const AddressRecord& address) = 0; // -1 while under way
+    virtual std::int32_t Send(SocketNumber socket, const std::string& bytes) = 0; // bytes taken, or -1
+    // Reads once into `buffer`, at most its size. The number of bytes, 0 at the peer's close, -1 on failure.
+    virtual std::int32_t Receive(SocketNumber socket, std::string& buffer) = 0;
+    virtual std::int32_t Close(SocketNumber socket) = 0; // harmless for a number that is no open socket
+
+    virtual std::uint16_t HostToNetwork(std::int32_t port) = 0;          // of the low 16 bits
+    virtual std::uint32_t AddressFromText(const std::string& text) = 0;  // network order; 0xFFFFFFFF: no address
+    // The bytes of the host's first address, as many as the address has; empty when the name can't be resolved. Blocks.
+    virtual std::string AddressOfHost(const std::string& name) = 0;
+    // The name of the host with this address (network order); empty when there is none. Blocks.
+    virtual std::string NameOfHost(std::uint32_t address) = 0;
+    virtual std::int32_t LocalName(std::string& name) = 0; // 0, or -1
+};
+
+// A window's own message procedure: gives the message's result.
+using WindowProcedure = std::int32_t (*)(WindowHandle window, std::uint32_t message, std::int32_t first,
+                                         std::int32_t second);
+// What stood in a window before a procedure was installed; only the service that gave it can read it. 0 is none.
+using PreviousProcedure = std::intptr_t;
+
+enum class MessageIcon { Critical, Question, Information };
+enum class MessageButtons { Ok, YesNo }; // YesNo has No as its default button
+enum class MessageAnswer { Ok, Yes, No };
+
+class WindowService {
+public:
+    virtual ~WindowService() = default;
+
+    // A window has been made (nothing shows yet). Gives its handle, which stays valid until Discard().
+    virtual WindowHandle Open(Window& window) = 0;
+    virtual void Show(Window& window) = 0;
+    // Shows the window over all others of the program and returns when it has been unloaded.
+    virtual void ShowModal(Window& window) = 0;
+    virtual void Hide(Window& window) = 0;
+    // The window has been unloaded: its real window goes. The object stays valid until its handlers have returned.
+    virtual void Discard(Window& window) = 0;
+
+    // Both block, and events go on being handled meanwhile. Texts are plain: no markup, no access keys.
+    virtual MessageAnswer ShowMessage(const std::string& text, const std::string& title, MessageIcon icon,
+                                      MessageButtons buttons) = 0;
+    // Opens the menu over `window` where the user's click (or the selected row) is; raises the Click of the chosen entry.
+    virtual void PopUp(Menu& menu, Window& window) = 0;
+
+    // Installs `procedure` on the window and gives what was there before.
+    virtual PreviousProcedure InstallProcedure(WindowHandle window, WindowProcedure procedure) = 0;
+    // Puts `previous` back; harmless when it is there already.
+    virtual void RestoreProcedure(WindowHandle window, PreviousProcedure previous) = 0;
+    virtual std::int32_t CallProcedure(PreviousProcedure previous, WindowHandle window, std::uint32_t message,
+                                       std::int32_t first, std::int32_t second) = 0;
+
+    // Handles all events that are pending (posted messages first in first out, then input, then due timers) and returns.
+    virtual void PumpEvents() = 0;
+    // Sleeps until something is pending, handles it and returns.
+    virtual void WaitForEvents() = 0;
+
+    // Ends the program: nothing shows any more, both pumps return at once, and the event loop of the program returns.
+    virtual void End() = 0;
+};
+
+class ClockService {
+public:
+    virtual ~ClockService() = default;
+    // Milliseconds of a clock that never goes back.
+    virtual std::int64_t Now() = 0;
+};
+
+class ShellService {
+public:
+    virtual ~ShellService() = default;
+    // Hands the URL to the user's program for it, as data: no shell, no command line of its own. A text that is no URL
+    // opens nothing. Nobody looks at how it went.
+    virtual void OpenUrl(WindowHandle owner, const std::string& url) = 0;
+};
+
+class TextService {
+public:
+    virtual ~TextService() = default;
+    virtual std::string Upper(std::string_view text) = 0;
+    virtual std::string ToBytes(const std::string& text) = 0;   // text to the bytes of the system's code page
+    virtual std::string FromBytes(const std::string& bytes) = 0; // and back
+};
+
+struct Services {
+    FileService& Files;
+    ShortcutService& Shortcuts;
+    SettingsService& Settings;
+    SocketService& Sockets;
+    WindowService& Windows;
+    ClockService& Clock;
+    ShellService& Shell;
+    TextService& Text;
+};
+
+// Hands the services over; nullptr takes them back. The caller keeps ownership.
+void UseServices(Services* services);
+Services& services();
+
+} // namespace tarnwick
