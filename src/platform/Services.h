@@ -35,7 +35,8 @@ public:
     virtual std::string StepListing(ListingHandle listing) = 0;
     virtual void CloseListing(ListingHandle listing) = 0;
 
-    // Deletes the one file of this path. False, and the file stays, for a folder, a read-only or missing file, a pattern.
+    // Deletes the one file of this path. False, and the file stays, for a folder, a read-only or missing file, a
+    // pattern.
     virtual bool Remove(const std::string& path) = 0;
 
     // The path of the user's Favorites folder; the empty text when the machine can't name it.
@@ -81,8 +82,8 @@ struct AddressRecord {
 };
 
 // The Windows Sockets 1.1 operations that the socket engine uses, with their results. A socket that was selected tells
-// its events as window messages, which reach the window's procedure from the pump only, in order. Closing a socket takes
-// away what is still queued for it.
+// its events as window messages, which reach the window's procedure from the pump only, in order. Closing a socket
+// takes away what is still queued for it.
 class SocketService {
 public:
     virtual ~SocketService() = default;
@@ -95,20 +96,20 @@ public:
     virtual SocketNumber Open(std::int32_t family, std::int32_t type, std::int32_t protocol) = 0;
     virtual std::int32_t SetOption(SocketNumber socket, std::int32_t level, std::int32_t option,
                                    const LingerRecord& value) = 0; // 0, or -1
-    virtual std::int32_t GetOption(SocketNumber socket, std::int32_t level, std::int32_t option,
-                                   LingerRecord& value, std::int32_t& length) = 0; // 0, or -1
+    virtual std::int32_t GetOption(SocketNumber socket, std::int32_t level, std::int32_t option, LingerRecord& value,
+                                   std::int32_t& length) = 0; // 0, or -1
     // From here on the socket is non-blocking and posts `message` to `window`: first parameter the socket, second the
     // event in the low and its error code in the high 16 bits.
     virtual std::int32_t AsyncSelect(SocketNumber socket, WindowHandle window, std::uint32_t message,
-                                     std::int32_t mask) = 0; // 0, or -1
+                                     std::int32_t mask) = 0;                             // 0, or -1
     virtual std::int32_t Connect(SocketNumber socket, const AddressRecord& address) = 0; // -1 while under way
-    virtual std::int32_t Send(SocketNumber socket, const std::string& bytes) = 0; // bytes taken, or -1
+    virtual std::int32_t Send(SocketNumber socket, const std::string& bytes) = 0;        // bytes taken, or -1
     // Reads once into `buffer`, at most its size. The number of bytes, 0 at the peer's close, -1 on failure.
     virtual std::int32_t Receive(SocketNumber socket, std::string& buffer) = 0;
     virtual std::int32_t Close(SocketNumber socket) = 0; // harmless for a number that is no open socket
 
-    virtual std::uint16_t HostToNetwork(std::int32_t port) = 0;          // of the low 16 bits
-    virtual std::uint32_t AddressFromText(const std::string& text) = 0;  // network order; 0xFFFFFFFF: no address
+    virtual std::uint16_t HostToNetwork(std::int32_t port) = 0;         // of the low 16 bits
+    virtual std::uint32_t AddressFromText(const std::string& text) = 0; // network order; 0xFFFFFFFF: no address
     // The bytes of the host's first address, as many as the address has; empty when the name can't be resolved. Blocks.
     virtual std::string AddressOfHost(const std::string& name) = 0;
     // The name of the host with this address (network order); empty when there is none. Blocks.
@@ -142,7 +143,8 @@ public:
     // Both block, and events go on being handled meanwhile. Texts are plain: no markup, no access keys.
     virtual MessageAnswer ShowMessage(const std::string& text, const std::string& title, MessageIcon icon,
                                       MessageButtons buttons) = 0;
-    // Opens the menu over `window` where the user's click (or the selected row) is; raises the Click of the chosen entry.
+    // Opens the menu over `window` where the user's click (or the selected row) is; raises the Click of the chosen
+    // entry.
     virtual void PopUp(Menu& menu, Window& window) = 0;
 
     // Installs `procedure` on the window and gives what was there before.
@@ -152,7 +154,8 @@ public:
     virtual std::int32_t CallProcedure(PreviousProcedure previous, WindowHandle window, std::uint32_t message,
                                        std::int32_t first, std::int32_t second) = 0;
 
-    // Handles all events that are pending (posted messages first in first out, then input, then due timers) and returns.
+    // Handles all events that are pending (posted messages first in first out, then input, then due timers) and
+    // returns.
     virtual void PumpEvents() = 0;
     // Sleeps until something is pending, handles it and returns.
     virtual void WaitForEvents() = 0;
@@ -180,7 +183,7 @@ class TextService {
 public:
     virtual ~TextService() = default;
     virtual std::string Upper(std::string_view text) = 0;
-    virtual std::string ToBytes(const std::string& text) = 0;   // text to the bytes of the system's code page
+    virtual std::string ToBytes(const std::string& text) = 0;    // text to the bytes of the system's code page
     virtual std::string FromBytes(const std::string& bytes) = 0; // and back
 };
 

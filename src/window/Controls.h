@@ -1,7 +1,8 @@
 #pragma once
 
 // The controls of the window model: plain data with the handlers that a front end raises. Nothing notifies anyone; a
-// front end compares the fields with what it last showed. Lengths are in twips (1440 to the inch) unless named otherwise.
+// front end compares the fields with what it last showed. Lengths are in twips (1440 to the inch) unless named
+// otherwise.
 
 #include "window/Grid.h"
 #include "window/Tree.h"
@@ -22,7 +23,7 @@ struct Rect {
 
 // A colour by its role on the desktop, or a fixed one.
 enum class ColorRole {
-    ControlDefault,  // what the kind of control has by itself
+    ControlDefault,   // what the kind of control has by itself
     WindowBackground, // COLOR_WINDOW
     ButtonFace,       // COLOR_BTNFACE
     ButtonText,       // COLOR_BTNTEXT
@@ -76,13 +77,13 @@ struct Control {
     Control& operator=(const Control&) = delete;
 
     const ControlKind Kind;
-    std::string Name;             // the field's own name; an element of an array is "Label2_1"
+    std::string Name;                   // the field's own name; an element of an array is "Label2_1"
     const Control* Container = nullptr; // the Frame that it lies in, or nullptr for the window itself
-    Rect Place;                   // inside the container's client area, whose origin is the frame's outer corner
+    Rect Place;                         // inside the container's client area, whose origin is the frame's outer corner
     bool Visible = true;
     bool Enabled = true;
-    int TabIndex = -1;            // place in the tab order, -1: not reached by Tab
-    std::string Caption;          // "&" marks the access key on buttons, check boxes and option buttons; else plain text
+    int TabIndex = -1;   // place in the tab order, -1: not reached by Tab
+    std::string Caption; // "&" marks the access key on buttons, check boxes and option buttons; else plain text
     tarnwick::Font Font;
     Color ForeColor;
     Color BackColor;

@@ -90,8 +90,8 @@ Grid::TextNumber Grid::NumberOf(std::string_view text) {
     return number;
 }
 
-// A rank for each text: equal for texts that differ in case only. Ranking the few texts once makes the sort of many rows
-// one of small numbers.
+// A rank for each text: equal for texts that differ in case only. Ranking the few texts once makes the sort of many
+// rows one of small numbers.
 std::vector<Grid::TextNumber> Grid::RankTexts() const {
     std::vector<std::pair<std::string, TextNumber>> uppers;
     uppers.reserve(texts_.size());

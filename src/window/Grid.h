@@ -10,8 +10,8 @@
 
 namespace tarnwick {
 
-// A grid of text cells. Rows and columns count from 1. Equal texts are kept once, so that a million rows which repeat the
-// same few names and paths stay small.
+// A grid of text cells. Rows and columns count from 1. Equal texts are kept once, so that a million rows which repeat
+// the same few names and paths stay small.
 class Grid {
 public:
     struct Column {

@@ -5,8 +5,8 @@
 
 namespace tarnwick {
 
-// A timer of a window: while it is enabled and its window is loaded, Tick is raised from the pump each time the interval
-// has passed. Missed ticks are not made up.
+// A timer of a window: while it is enabled and its window is loaded, Tick is raised from the pump each time the
+// interval has passed. Missed ticks are not made up.
 class Timer {
 public:
     std::function<void()> Tick;

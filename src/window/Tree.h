@@ -11,8 +11,8 @@ class Tree {
 public:
     struct Node {
         std::string Text;
-        int Parent = 0;        // index of the node above, 0: top level
-        bool HasCheck = false; // a heading has none
+        int Parent = 0;         // index of the node above, 0: top level
+        bool HasCheck = false;  // a heading has none
         std::int32_t Check = 0; // 0 unticked, 1 ticked
     };
 

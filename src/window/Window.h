@@ -1,8 +1,8 @@
 #pragma once
 
-// A window of the model: named control fields in a subclass, filled from the subclass's layout table. A window is loaded
-// (the object exists and its load step has run), shown or hidden, and unloaded (its unload step has run and the object is
-// given up, though it stays valid until the last of its handlers on the stack has returned).
+// A window of the model: named control fields in a subclass, filled from the subclass's layout table. A window is
+// loaded (the object exists and its load step has run), shown or hidden, and unloaded (its unload step has run and the
+// object is given up, though it stays valid until the last of its handlers on the stack has returned).
 
 #include "platform/Services.h"
 #include "window/Controls.h"
@@ -33,13 +33,13 @@ public:
 
     std::string Name;
     std::string Title;
-    FrameStyle Frame = FrameStyle::FixedSingle;
+    FrameStyle Border = FrameStyle::FixedSingle;
     int ClientWidth = 0;  // twips
     int ClientHeight = 0; // twips
     bool InTaskBar = true;
     bool TopMost = false;
-    int Edge = 0;         // edge type of DrawEdge around the client area, 0: none
-    std::string Icon;     // name of an icon that the front end carries, empty: the desktop's default
+    int Edge = 0;     // edge type of DrawEdge around the client area, 0: none
+    std::string Icon; // name of an icon that the front end carries, empty: the desktop's default
     Color BackColor = Color::Of(ColorRole::ButtonFace);
     std::function<void()> MouseMove;
 

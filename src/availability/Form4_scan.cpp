@@ -1,0 +1,176 @@
+// The walk over one folder's shortcuts and the check of one link, with the timers that bound and show it.
+
+#include "availability/Form4.h"
+#include "favorites/Folders.h"
+#include "favorites/Shortcut.h"
+#include "report/Form5.h"
+#include "shell/Form2.h"
+#include "shell/Number.h"
+#include "shell/Preferences.h"
+
+#include <cstdio>
+
+namespace tarnwick {
+
+using Favorites::CurrentLink;
+using Favorites::LinkFinished;
+
+namespace {
+
+constexpr std::int32_t LargestPort = 65534;
+
+// The port as it goes through 16 signed bits; -1, which the engine can't start, for a text that is no usable port.
+std::int16_t PortNumber(const std::string& text) {
+    if (text.empty())
+        return 80;
+    const auto port = NumberFromText(text);
+    return port && *port >= 1 && *port <= LargestPort ? static_cast<std::int16_t>(*port) : std::int16_t{-1};
+}
+
+bool IsDotName(const std::string& name) { return name == "." || name == ".."; }
+
+} // namespace
+
+void Form4Window::ScanFolder(std::string szMainPath, std::string szShow) {
+    if (StopRequested || szShow.empty())
+        return;
+    ListingHandle find = 0;
+    std::string name = Favorites::FindFirst(szMainPath + "*.url", find);
+    if (name.empty())
+        return;
+    const auto scan = [&] {
+        if (IsDotName(name))
+            return;
+        CurrentLink.FolderShown = szShow;
+        Label5.Caption = szShow;
+        ScanFile(szMainPath, name);
+    };
+    scan();
+    for (;;) {
+        services().Windows.PumpEvents();
+        if (StopRequested) {
+            Form2->SOCKET->SOCKET_DISCONNECT(Form2->Handle());
+            break;
+        }
+        name = Favorites::FindNext(find);
+        if (name.empty())
+            break;
+        scan();
+    }
+    Favorites::FindEnd(find);
+}
+
+void Form4Window::ScanFile(std::string szPath, std::string szFile) {
+    CurrentLink.ShortcutName = szFile;
+    CurrentLink.RawUrl = Favorites::ReadShortcutUrl(szPath + CurrentLink.ShortcutName);
+    CurrentLink.ShortcutName = Favorites::DisplayName(CurrentLink.ShortcutName);
+    Label6.Caption = CurrentLink.ShortcutName;
+
+    const bool proxy = Preferences.UseProxy != 0;
+    if (proxy) {
+        CurrentLink.Host = Preferences.ProxyAddress;
+        CurrentLink.Port = Preferences.ProxyPort;
+        CurrentLink.RequestTarget = CurrentLink.RawUrl;
+        CurrentLink.UrlShown = CurrentLink.RawUrl;
+    } else {
+        Favorites::SplitUrl(CurrentLink.RawUrl, CurrentLink.Host, CurrentLink.RequestTarget, CurrentLink.User,
+                            CurrentLink.Password, CurrentLink.Port);
+    }
+    if (CurrentLink.Host.empty())
+        return;
+    Label7.Caption = CurrentLink.Host + (proxy ? " (Proxy)" : "");
+    Label8.Caption = "Connecting...";
+    LinkFinished = false;
+    Timer1.Enable();
+    ConnectLink();
+    WaitForLink();
+    Timer1.Disable();
+}
+
+void Form4Window::ConnectLink() {
+    Winsock& socket = *Form2->SOCKET;
+    socket.SOCKET_CONNECT(Form2->Handle(), CurrentLink.Host, PortNumber(CurrentLink.Port));
+    if (socket.SocketHandle() != -1)
+        return;
+    Label8.Caption = "Unable to connect";
+    socket.SOCKET_DISCONNECT(Form2->Handle());
+    LinkFinished = true;
+    if (Preferences.CatchUnabled != 0)
+        AddRow(CurrentLink.RawUrl, "Unable to connect");
+}
+
+void Form4Window::WaitForLink() {
+    while (!LinkFinished) {
+        services().Windows.WaitForEvents();
+        if (StopRequested)
+            return;
+    }
+}
+
+void Form4Window::AddRow(const std::string& url, const char* problem) {
+    AddReportRow({Label6.Caption, CurrentLink.FolderShown, url, problem, CurrentLink.File});
+}
+
+void Form4Window::Timer1_Tick() {
+    // The link's own event, or a stop, may have come earlier in the same pass: the first one ends the link.
+    if (LinkFinished || StopRequested)
+        return;
+    Label8.Caption = "Timed out";
+    Form2->SOCKET->SOCKET_DISCONNECT(Form2->Handle());
+    LinkFinished = true;
+    if (Preferences.CatchTimedout != 0)
+        AddRow(CurrentLink.UrlShown, "Timed out");
+}
+
+void Form4Window::Timer2_Tick() {
+    const std::size_t colon = Label10.Caption.find(':');
+    if (colon == std::string::npos)
+        return;
+    std::int32_t minutes = NumberFromText(Label10.Caption.substr(0, colon)).value_or(0);
+    std::int32_t seconds = NumberFromText(Label10.Caption.substr(colon + 1)).value_or(0);
+    if (seconds == 59) {
+        seconds = 0;
+        ++minutes;
+    } else {
+        ++seconds;
+    }
+    char text[32];
+    std::snprintf(text, sizeof text, "%02d:%02d", minutes, seconds);
+    Label10.Caption = text;
+}
+
+void Form4Window::FillFolders(std::string szMainPath, Flag valMain) {
+    const auto isNestedRoot = [&] { return !valMain && szMainPath == Favorites::FavoritesRoot(); };
+    if (isNestedRoot())
+        return;
+    if (Tree1.NodeCheck(Tree1.Nodes().Count()) == 0)
+        return;
+    ListingHandle find = 0;
+    std::string name = Favorites::FindFirst(szMainPath + "*", find);
+    if (name.empty())
+        return;
+    const auto scan = [&] {
+        Label6.Caption = name;
+        ScanFolder(szMainPath + name + "\\", name);
+    };
+    if (name != "." && Favorites::UpperExtension(name) != ".URL")
+        scan();
+    for (;;) {
+        services().Windows.PumpEvents();
+        if (StopRequested)
+            break;
+        name = Favorites::FindNext(find);
+        if (name.empty())
+            break;
+        const std::string extension = Favorites::UpperExtension(name);
+        if (IsDotName(name) || extension == ".URL" || extension == ".INI")
+            continue;
+        scan();
+        if (isNestedRoot())
+            break;
+        FillFolders(szMainPath + name + "\\", false);
+    }
+    Favorites::FindEnd(find);
+}
+
+} // namespace tarnwick

@@ -1,0 +1,77 @@
+#pragma once
+
+#include "favorites/Favorites.h"
+#include "window/Window.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace tarnwick {
+
+// The duplicate check: gathers the shortcuts of the Favorites folder and its first level, sets every link against every
+// later one, and lets the user work the pairs.
+class Form7Window : public Window {
+public:
+    Form7Window();
+
+    PictureBox Picture1;
+    Label Label4;
+    GridControl Grid1;
+    Frame Frame1; // over Label4 and Grid1
+    Label Label3, Label1, Label2;
+    Line Line4, Line3;
+    CommandButton Command2, Command1;
+    Timer Timer1; // starts the long work outside the click
+
+    // The folder work list. Its count has 16 bits: what comes behind the last place is left out.
+    static constexpr std::size_t List1Capacity = 32767;
+    std::vector<std::string> List1;
+
+    // One entry a shortcut, in step with each other.
+    std::vector<std::string> szLinks;
+    std::vector<std::string> szFolders;
+    std::vector<std::string> szNames;
+    std::vector<std::string> szFiles;
+
+    Flag bCanceled;
+
+    // Gathers the shortcuts of one folder, without its subfolders. `szMainPath` ends with "\".
+    void ScanFolder(std::string szMainPath, std::string szShow);
+    void ScanFile(std::string szPath, std::string szFile);
+
+private:
+    void Layout();
+    void OnLoad() override;
+    void OnUnload() override;
+
+    void Command1_Click();
+    void Command2_Click();
+    void Timer1_Tick();
+    void Grid1_HeaderClick(int column);
+    void Grid1_MouseButton(int button);
+
+    void Start();
+    void ListFolders();
+    void Cancel();
+    void Walk();
+    bool Compare(); // false when it was canceled
+    void AddPair(std::size_t earlier, std::size_t later);
+    void EndRun();
+
+    std::string currentFolder_;
+};
+
+extern WindowObject<Form7Window> Form7;
+
+// The grid's columns.
+namespace PairColumn {
+inline constexpr int Link1 = 1;
+inline constexpr int Folder1 = 2;
+inline constexpr int Link2 = 3;
+inline constexpr int Folder2 = 4;
+inline constexpr int File1 = 5; // hidden
+inline constexpr int File2 = 6; // hidden
+} // namespace PairColumn
+
+} // namespace tarnwick

@@ -1,0 +1,36 @@
+#pragma once
+
+// Finding the Favorites folder and listing folders. A failure reads as the empty text.
+
+#include "platform/Services.h"
+
+#include <cstdint>
+#include <string>
+
+namespace tarnwick::Favorites {
+
+// The shell's number of the Favorites folder (CSIDL_FAVORITES).
+inline constexpr std::int32_t FavoritesFolderNumber = 6;
+
+// The path of a special folder in a text of at least 260 characters: path, NUL, filling. Only the Favorites folder is
+// known; another number, or a machine that can't name it, gives the empty text.
+std::string SpecialFolderPath(WindowHandle window, std::int32_t folder);
+
+// The user's Favorites folder, always ended by "\"; a lone "\" when the machine can't name it.
+std::string FavoritesRoot();
+
+// Opens a listing by pattern, gives the first name and the listing; the empty text when nothing matches, and then no
+// listing is open. "." and ".." are among the names.
+std::string FindFirst(const std::string& szPattern, ListingHandle& lngFind);
+// The next name, the empty text behind the last one.
+std::string FindNext(ListingHandle lngFind);
+void FindEnd(ListingHandle lngFind);
+
+// What the first level of the Favorites folder offers as a folder: every name but "..", desktop.ini and what looks like
+// a shortcut. Files are not told apart from folders; a listing below them just finds nothing.
+bool IsFolderCandidate(const std::string& name);
+
+// The last four characters of `name`, upper-cased: its extension.
+std::string UpperExtension(const std::string& name);
+
+} // namespace tarnwick::Favorites

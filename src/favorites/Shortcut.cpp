@@ -1,0 +1,77 @@
+#include "favorites/Shortcut.h"
+
+#include "favorites/Favorites.h"
+#include "platform/Services.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace tarnwick::Favorites {
+
+namespace {
+
+constexpr std::size_t ValueBufferSize = 10000; // characters, the closing NUL included
+constexpr std::size_t CredentialSpan = 22;     // an "@" further behind the scheme belongs to the host or target
+
+// Schemes are compared letter by letter in ASCII, whatever the language of the desktop.
+bool BeginsWith(std::string_view text, std::string_view upper) {
+    return text.size() >= upper.size() &&
+           std::equal(upper.begin(), upper.end(), text.begin(), [](char want, char have) {
+               return have == want || (have >= 'a' && have <= 'z' && have - 'a' + 'A' == want);
+           });
+}
+
+void DropScheme(std::string_view& rest) {
+    if (BeginsWith(rest, "HTTP://"))
+        rest.remove_prefix(7);
+    else if (BeginsWith(rest, "HTTPS:/"))
+        rest.remove_prefix(std::min<std::size_t>(8, rest.size()));
+}
+
+void TakeCredentials(std::string_view& rest, std::string& szUser, std::string& szPassword) {
+    szUser.clear();
+    szPassword.clear();
+    const std::size_t at = rest.substr(0, CredentialSpan).find('@');
+    if (at == std::string_view::npos)
+        return;
+    const std::string_view credentials = rest.substr(0, at);
+    const std::size_t colon = credentials.find(':');
+    szUser = credentials.substr(0, colon);
+    if (colon != std::string_view::npos) {
+        const std::string_view behind = credentials.substr(colon + 1);
+        szPassword = behind.substr(0, behind.find(':'));
+    }
+    rest.remove_prefix(at + 1);
+}
+
+} // namespace
+
+std::string ReadShortcutUrl(const std::string& szFile) {
+    CurrentLink.File = szFile;
+    return services().Shortcuts.ReadValue("InternetShortcut", "URL", "", ValueBufferSize, szFile);
+}
+
+void SplitUrl(const std::string& szUrl, std::string& szHost, std::string& szTarget, std::string& szUser,
+              std::string& szPassword, std::string& szPort) {
+    if (!BeginsWith(szUrl, "HTTP")) {
+        szHost.clear();
+        return;
+    }
+    CurrentLink.UrlShown = szUrl;
+    std::string_view rest = CurrentLink.UrlShown;
+    DropScheme(rest);
+    TakeCredentials(rest, szUser, szPassword);
+
+    const std::size_t slash = rest.find('/');
+    const std::string_view host = rest.substr(0, slash);
+    szTarget = slash == std::string_view::npos ? "/" : rest.substr(slash);
+    const std::size_t colon = host.find(':');
+    szHost = host.substr(0, colon);
+    szPort = colon == std::string_view::npos ? "80" : host.substr(colon + 1);
+}
+
+std::string DisplayName(const std::string& szFile) {
+    return szFile.substr(0, szFile.size() - std::min<std::size_t>(4, szFile.size()));
+}
+
+} // namespace tarnwick::Favorites

@@ -1,0 +1,32 @@
+#include "probe/Base64.h"
+
+#include <array>
+#include <string_view>
+
+namespace tarnwick::Favorites {
+
+namespace {
+std::array<std::uint8_t, 64> symbols;
+}
+
+void BuildBase64Table() {
+    constexpr std::string_view alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    for (std::size_t value = 0; value < symbols.size(); ++value)
+        symbols[value] = static_cast<std::uint8_t>(alphabet[value]);
+}
+
+void Base64Encode(const Bytes& plain, Bytes& encoded) {
+    encoded.clear();
+    encoded.reserve((plain.size() + 2) / 3 * 4);
+    for (std::size_t at = 0; at < plain.size(); at += 3) {
+        std::uint32_t group = 0; // three bytes, missing ones as 0
+        for (std::size_t byte = 0; byte < 3; ++byte)
+            group = group << 8 | (at + byte < plain.size() ? plain[at + byte] : 0U);
+        for (std::size_t symbol = 0; symbol < 4; ++symbol) {
+            const bool padding = at + symbol > plain.size();
+            encoded.push_back(padding ? std::uint8_t{'='} : symbols[group >> (18 - 6 * symbol) & 63U]);
+        }
+    }
+}
+
+} // namespace tarnwick::Favorites

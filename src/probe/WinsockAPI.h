@@ -1,0 +1,38 @@
+#pragma once
+
+// The Windows Sockets 1.1 calls, wrapped for one asynchronous client socket.
+
+#include "platform/Services.h"
+
+#include <cstdint>
+#include <string>
+
+namespace tarnwick::WinsockAPI {
+
+// A socket message and the events it can tell (Windows Sockets 1.1).
+inline constexpr std::uint32_t SocketMessage = 1025; // WM_USER + 1
+inline constexpr std::int32_t EventRead = 1;         // FD_READ
+inline constexpr std::int32_t EventWrite = 2;        // FD_WRITE
+inline constexpr std::int32_t EventConnect = 16;     // FD_CONNECT
+inline constexpr std::int32_t EventClose = 32;       // FD_CLOSE
+
+// Opens a socket and starts its connection without waiting for it; events go to `lngHandle` as SocketMessage. The
+// socket, or -1 when it can't even be started, and then nothing stays open.
+SocketNumber OpenClientSocket(const std::string& szHost, std::int16_t intPort, WindowHandle lngHandle);
+
+// 0, or -1.
+std::int32_t SetSocketLinger(SocketNumber socket, std::uint16_t onOff, std::uint16_t seconds);
+
+// Network order; all bits set when the host can't be resolved. Blocks while a name is looked up.
+std::uint32_t AddressFromHost(const std::string& szHost);
+
+// "Unknown" when there is no answer.
+std::string HostNameFromAddress(std::uint32_t address);
+std::string LocalHostName();
+
+// Sends the text in one call; the number of bytes taken, or -1. An empty text sends nothing.
+std::int32_t SendBytes(std::int16_t socket, const std::string& text);
+
+void CleanupNetwork();
+
+} // namespace tarnwick::WinsockAPI

@@ -1,0 +1,60 @@
+#include "report/Form5.h"
+
+#include "shell/Form2.h"
+#include "shell/Form3.h"
+#include "shell/Form9.h"
+#include "shell/Look.h"
+
+namespace tarnwick {
+
+WindowObject<Form5Window> Form5;
+
+Form5Window::Form5Window() {
+    Layout();
+    Grid1.HeaderClick = [this](int column) { Grid1_HeaderClick(column); };
+    Grid1.MouseButton = [this](int button, int, int, int) { Grid1_MouseButton(button); };
+    Command1.Click = [this] { Command1_Click(); };
+    Command2.Click = [this] { Command2_Click(); };
+}
+
+void Form5Window::OnLoad() {
+    TakeSharedIcon(*this);
+    TakeSharedPicture(Picture1);
+    Grid1.ClearRows();
+    Grid1.AddColumn("Name", 110);
+    Grid1.AddColumn("Folder", 104);
+    Grid1.AddColumn("URL", 265);
+    Grid1.AddColumn("Problem", 110);
+    Grid1.AddColumn("File", 100, false);
+    Grid1.DefaultRowHeight = 17;
+}
+
+void Form5Window::OnUnload() { Form3.Show(); }
+
+void Form5Window::Grid1_HeaderClick(int column) { Grid1.Sort(column); }
+
+// The menu concerns the selected row, wherever the mouse is; its top entry names that row.
+void Form5Window::Grid1_MouseButton(int button) {
+    constexpr int right = 2;
+    if (button != right || Grid1.SelectedRow == 0)
+        return;
+    Form2->mnuBadName.Caption = Grid1.CellText(Grid1.SelectedRow, ReportColumn::Name);
+    services().Windows.PopUp(Form2->mnuBad, *this);
+}
+
+void Form5Window::Command1_Click() { Unload(); }
+
+void Form5Window::Command2_Click() { Form9.ShowModal(); }
+
+void AddReportRow(const ReportRow& row) {
+    GridControl& grid = Form5->Grid1;
+    grid.AddRow();
+    const int number = grid.RowCount();
+    grid.SetCellText(number, ReportColumn::Name, row.Name);
+    grid.SetCellText(number, ReportColumn::Folder, row.Folder);
+    grid.SetCellText(number, ReportColumn::Url, row.Url);
+    grid.SetCellText(number, ReportColumn::Problem, row.Problem);
+    grid.SetCellText(number, ReportColumn::File, row.File);
+}
+
+} // namespace tarnwick
