@@ -1,0 +1,240 @@
+#include "platform/headless/Fakes.h"
+
+#include <algorithm>
+#include <cstring>
+#include <stdexcept>
+
+namespace tarnwick {
+
+void MemoryFavorites::AddEntry(const std::string& full) {
+    const std::size_t slash = full.rfind('\\');
+    std::vector<std::string>& names = folders_[full.substr(0, slash)];
+    const std::string name = full.substr(slash + 1);
+    if (std::ranges::find(names, name) == names.end())
+        names.push_back(name);
+}
+
+void MemoryFavorites::AddFolder(const std::string& path) {
+    folders_.try_emplace(Root);
+    for (std::size_t slash = path.find('\\'); slash != std::string::npos; slash = path.find('\\', slash + 1)) {
+        folders_.try_emplace(Full(path.substr(0, slash)));
+        AddEntry(Full(path.substr(0, slash)));
+    }
+    folders_.try_emplace(Full(path));
+    AddEntry(Full(path));
+}
+
+void MemoryFavorites::AddFile(const std::string& path, const std::string& content) {
+    if (const std::size_t slash = path.rfind('\\'); slash != std::string::npos)
+        AddFolder(path.substr(0, slash));
+    files_[Full(path)] = content;
+    AddEntry(Full(path));
+}
+
+void MemoryFavorites::LoseFile(const std::string& path) {
+    files_.erase(Full(path));
+    std::erase(folders_[Full(path).substr(0, Full(path).rfind('\\'))], path.substr(path.rfind('\\') + 1));
+}
+
+std::string MemoryFavorites::OpenListing(const std::string& pattern, ListingHandle& listing) {
+    const std::size_t slash = pattern.rfind('\\');
+    const auto folder = folders_.find(pattern.substr(0, slash));
+    if (folder == folders_.end())
+        return {};
+    Listing found;
+    const bool all = pattern.substr(slash + 1) == "*";
+    if (all)
+        found.Names = {".", ".."};
+    for (const std::string& name : folder->second)
+        if (all || PlainText().Upper(name).ends_with(".URL"))
+            found.Names.push_back(name);
+    if (found.Names.empty())
+        return {};
+    listing = ++lastListing_;
+    listings_[listing] = std::move(found);
+    return StepListing(listing);
+}
+
+std::string MemoryFavorites::StepListing(ListingHandle listing) {
+    const auto found = listings_.find(listing);
+    if (found == listings_.end() || found->second.Next == found->second.Names.size())
+        return {};
+    return found->second.Names[found->second.Next++];
+}
+
+bool MemoryFavorites::Remove(const std::string& path) {
+    if (!files_.contains(path) || ReadOnly.contains(path))
+        return false;
+    LoseFile(path.substr(Root.size() + 1));
+    return true;
+}
+
+std::string MemoryFavorites::ReadValue(const std::string& section, const std::string& key, const std::string& fallback,
+                                       std::size_t size, const std::string& file) {
+    Read.push_back(file);
+    const auto found = files_.find(file);
+    if (section != "InternetShortcut" || key != "URL" || found == files_.end())
+        return fallback;
+    return found->second.substr(0, size - 1);
+}
+
+std::string MemorySettings::Read(const std::string& application, const std::string& section, const std::string& key,
+                                 const std::string& fallback) {
+    Places.insert(application + "/" + section);
+    const auto found = Values.find(key);
+    return found == Values.end() ? fallback : found->second;
+}
+
+bool MemorySettings::Write(const std::string& application, const std::string& section, const std::string& key,
+                           const std::string& value) {
+    Places.insert(application + "/" + section);
+    Values[key] = value;
+    Written.push_back(key);
+    return true;
+}
+
+namespace {
+
+// Windows Sockets 1.1.
+constexpr std::int32_t EventRead = 1;
+constexpr std::int32_t EventWrite = 2;
+constexpr std::int32_t EventConnect = 16;
+constexpr std::int32_t EventClose = 32;
+constexpr std::int32_t ConnectionRefused = 10061;
+
+} // namespace
+
+void FakeSockets::Notify(std::int32_t event, std::int32_t error) {
+    loop_.Post({window_, message_, last_, error << 16 | event});
+}
+
+void FakeSockets::Deliver(const std::string& bytes) {
+    incoming_ = bytes;
+    Notify(EventRead);
+}
+
+std::int32_t FakeSockets::Startup(std::uint16_t version) {
+    ++Startups;
+    return Failing == Call::Startup || version != 0x0101 ? 10091 : 0;
+}
+
+std::int32_t FakeSockets::Cleanup() {
+    ++Cleanups;
+    return 0;
+}
+
+SocketNumber FakeSockets::Open(std::int32_t, std::int32_t, std::int32_t) {
+    if (Failing == Call::Open)
+        return -1;
+    last_ = NextNumber++;
+    OpenNumbers.insert(last_);
+    return last_;
+}
+
+std::int32_t FakeSockets::SetOption(SocketNumber, std::int32_t, std::int32_t, const LingerRecord&) {
+    return Failing == Call::SetOption ? -1 : 0;
+}
+
+std::int32_t FakeSockets::GetOption(SocketNumber, std::int32_t, std::int32_t, LingerRecord&, std::int32_t&) {
+    return Failing == Call::GetOption ? -1 : 0;
+}
+
+std::int32_t FakeSockets::AsyncSelect(SocketNumber, WindowHandle window, std::uint32_t message, std::int32_t) {
+    window_ = window;
+    message_ = message;
+    return Failing == Call::AsyncSelect ? -1 : 0;
+}
+
+const FakeSockets::Host* FakeSockets::HostOf(std::uint32_t address) const {
+    if (address == 0 || address > addresses_.size())
+        return nullptr;
+    return &Hosts.at(addresses_[address - 1]);
+}
+
+std::int32_t FakeSockets::Connect(SocketNumber, const AddressRecord& address) {
+    if (Failing == Call::Connect)
+        return 0;
+    const Host* host = HostOf(address.Address);
+    Connections.push_back({host == nullptr ? "" : addresses_[address.Address - 1], address.Port, ""});
+    incoming_.clear();
+    if (host == nullptr || host->Refuses) {
+        Notify(EventConnect, ConnectionRefused);
+    } else if (!host->NeverStands) {
+        Notify(EventConnect);
+        Notify(EventWrite);
+        if (host->Closes)
+            Notify(EventClose);
+    }
+    return -1;
+}
+
+std::int32_t FakeSockets::Send(SocketNumber socket, const std::string& bytes) {
+    if (!OpenNumbers.contains(socket))
+        return -1;
+    Connection& connection = Connections.back();
+    connection.Sent += bytes;
+    if (const auto host = Hosts.find(connection.Name); host != Hosts.end() && host->second.Reply)
+        Deliver(*host->second.Reply);
+    return static_cast<std::int32_t>(bytes.size());
+}
+
+std::int32_t FakeSockets::Receive(SocketNumber socket, std::string& buffer) {
+    if (!OpenNumbers.contains(socket))
+        return -1;
+    const std::size_t count = std::min(buffer.size(), incoming_.size());
+    std::memcpy(buffer.data(), incoming_.data(), count);
+    incoming_.erase(0, count);
+    if (!incoming_.empty())
+        Notify(EventRead);
+    return static_cast<std::int32_t>(count);
+}
+
+std::int32_t FakeSockets::Close(SocketNumber socket) {
+    if (OpenNumbers.erase(socket) == 0)
+        return -1;
+    loop_.Purge(socket);
+    return 0;
+}
+
+std::uint16_t FakeSockets::HostToNetwork(std::int32_t port) {
+    const auto low = static_cast<std::uint16_t>(port & 0xFFFF);
+    return static_cast<std::uint16_t>(low << 8 | low >> 8);
+}
+
+std::uint32_t FakeSockets::AddressFromText(const std::string&) { return 0xFFFFFFFF; }
+
+std::string FakeSockets::AddressOfHost(const std::string& name) {
+    LookedUp.push_back(name);
+    if (!Hosts.contains(name))
+        return {};
+    addresses_.push_back(name);
+    const auto address = static_cast<std::uint32_t>(addresses_.size());
+    std::string bytes(sizeof address, '\0');
+    std::memcpy(bytes.data(), &address, sizeof address);
+    return bytes;
+}
+
+std::string FakeSockets::NameOfHost(std::uint32_t address) {
+    return HostOf(address) == nullptr ? "" : addresses_[address - 1];
+}
+
+std::int32_t FakeSockets::LocalName(std::string& name) {
+    name = "machine";
+    return 0;
+}
+
+void FakeSockets::Wait(std::optional<std::int64_t> ms) {
+    if (!ms)
+        throw std::logic_error("nothing pending and no timer runs: the program would sleep for ever");
+    clock_.Advance(*ms);
+}
+
+std::string PlainText::Upper(std::string_view text) {
+    std::string upper(text);
+    for (char& letter : upper)
+        if (letter >= 'a' && letter <= 'z')
+            letter = static_cast<char>(letter - 'a' + 'A');
+    return upper;
+}
+
+} // namespace tarnwick

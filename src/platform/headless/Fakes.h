@@ -1,0 +1,161 @@
+#pragma once
+
+// Services that live in memory and do what a test tells them, so that any one call can be made to fail.
+
+#include "platform/Services.h"
+#include "window/MessageLoop.h"
+
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace tarnwick {
+
+class ManualClock : public ClockService {
+public:
+    std::int64_t Now() override { return now_; }
+    void Advance(std::int64_t ms) { now_ += ms; }
+
+private:
+    std::int64_t now_ = 1000000;
+};
+
+// A Favorites folder in memory. Folders list "." and ".." first, then their entries in the order of adding.
+class MemoryFavorites : public FileService, public ShortcutService {
+public:
+    std::string Root = "C:\\Users\\u\\Favorites"; // empty: the machine can't name it
+
+    // A shortcut file at a path below the root, such as "Work\\Site.url".
+    void AddShortcut(const std::string& path, const std::string& url) { AddFile(path, url); }
+    void AddFile(const std::string& path, const std::string& content);
+    void AddFolder(const std::string& path);
+    bool Has(const std::string& path) const { return files_.contains(Full(path)); }
+    void LoseFile(const std::string& path);
+    std::string Full(const std::string& path) const { return Root + "\\" + path; }
+
+    std::set<std::string> ReadOnly; // full paths that can't be removed
+    std::vector<std::string> Read;  // full paths in the order of reading
+    int OpenListings() const { return static_cast<int>(listings_.size()); }
+
+    std::string OpenListing(const std::string& pattern, ListingHandle& listing) override;
+    std::string StepListing(ListingHandle listing) override;
+    void CloseListing(ListingHandle listing) override { listings_.erase(listing); }
+    bool Remove(const std::string& path) override;
+    std::string FavoritesFolder() override { return Root; }
+    std::string ReadValue(const std::string& section, const std::string& key, const std::string& fallback,
+                          std::size_t size, const std::string& file) override;
+
+private:
+    struct Listing {
+        std::vector<std::string> Names;
+        std::size_t Next = 0;
+    };
+    void AddEntry(const std::string& full);
+
+    std::map<std::string, std::string> files_;
+    std::map<std::string, std::vector<std::string>> folders_; // full path to names
+    std::map<ListingHandle, Listing> listings_;
+    ListingHandle lastListing_ = 0;
+};
+
+class MemorySettings : public SettingsService {
+public:
+    std::map<std::string, std::string> Values; // key to text; application and section are kept in Places
+    std::set<std::string> Places;              // "application/section" of every access
+    std::vector<std::string> Written;          // keys in the order of writing
+
+    std::string Read(const std::string& application, const std::string& section, const std::string& key,
+                     const std::string& fallback) override;
+    bool Write(const std::string& application, const std::string& section, const std::string& key,
+               const std::string& value) override;
+};
+
+// Sockets that answer as told, host by host. Nothing is delivered but through the loop.
+class FakeSockets : public SocketService, public EventSource {
+public:
+    FakeSockets(MessageLoop& loop, ManualClock& clock) : loop_(loop), clock_(clock) {}
+
+    enum class Call { None, Startup, Open, SetOption, GetOption, AsyncSelect, Connect };
+    Call Failing = Call::None;
+    SocketNumber NextNumber = 100;
+
+    struct Host {
+        std::optional<std::string> Reply; // sent once the request is there; none: silent
+        bool Refuses = false;
+        bool Closes = false; // as soon as the connection stands
+        bool NeverStands = false;
+    };
+    std::map<std::string, Host> Hosts; // by name or dotted address; others can't be resolved
+
+    struct Connection {
+        std::string Name;
+        std::uint16_t Port = 0; // network order
+        std::string Sent;
+    };
+    std::vector<Connection> Connections; // every one that was started
+    std::set<SocketNumber> OpenNumbers;
+    std::vector<std::string> LookedUp;
+
+    // Queues an event of the socket that was opened last.
+    void Notify(std::int32_t event, std::int32_t error = 0);
+    // The peer's bytes and the event that tells of them.
+    void Deliver(const std::string& bytes);
+    SocketNumber LastNumber() const { return last_; }
+
+    std::int32_t Startup(std::uint16_t version) override;
+    std::int32_t Cleanup() override;
+    bool IsBlocking() override { return false; }
+    std::int32_t CancelBlockingCall() override { return 0; }
+    SocketNumber Open(std::int32_t family, std::int32_t type, std::int32_t protocol) override;
+    std::int32_t SetOption(SocketNumber socket, std::int32_t level, std::int32_t option,
+                           const LingerRecord& value) override;
+    std::int32_t GetOption(SocketNumber socket, std::int32_t level, std::int32_t option, LingerRecord& value,
+                           std::int32_t& length) override;
+    std::int32_t AsyncSelect(SocketNumber socket, WindowHandle window, std::uint32_t message,
+                             std::int32_t mask) override;
+    std::int32_t Connect(SocketNumber socket, const AddressRecord& address) override;
+    std::int32_t Send(SocketNumber socket, const std::string& bytes) override;
+    std::int32_t Receive(SocketNumber socket, std::string& buffer) override;
+    std::int32_t Close(SocketNumber socket) override;
+    std::uint16_t HostToNetwork(std::int32_t port) override;
+    std::uint32_t AddressFromText(const std::string& text) override;
+    std::string AddressOfHost(const std::string& name) override;
+    std::string NameOfHost(std::uint32_t address) override;
+    std::int32_t LocalName(std::string& name) override;
+
+    int Startups = 0;
+    int Cleanups = 0;
+
+    void Collect() override {}
+    // Time passes until the next timer is due; throws when there is none, since the program would sleep for ever.
+    void Wait(std::optional<std::int64_t> ms) override;
+
+private:
+    const Host* HostOf(std::uint32_t address) const;
+
+    MessageLoop& loop_;
+    ManualClock& clock_;
+    SocketNumber last_ = 0;
+    WindowHandle window_ = 0;
+    std::uint32_t message_ = 0;
+    std::string incoming_;
+    std::vector<std::string> addresses_; // the address of a name is its place here plus one
+};
+
+class RecordingShell : public ShellService {
+public:
+    std::vector<std::string> Urls;
+    void OpenUrl(WindowHandle, const std::string& url) override { Urls.push_back(url); }
+};
+
+// Upper case in ASCII alone, and bytes as they are.
+class PlainText : public TextService {
+public:
+    std::string Upper(std::string_view text) override;
+    std::string ToBytes(const std::string& text) override { return text; }
+    std::string FromBytes(const std::string& bytes) override { return bytes; }
+};
+
+} // namespace tarnwick

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/headless/Fakes.h"
+#include "platform/headless/HeadlessWindows.h"
+
+namespace tarnwick {
+
+// A whole machine in memory, in use for as long as the object lives.
+struct HeadlessPlatform {
+    HeadlessPlatform() { UseServices(&All); }
+    ~HeadlessPlatform() {
+        WindowSlot::DropAll();
+        UseServices(nullptr);
+    }
+    HeadlessPlatform(const HeadlessPlatform&) = delete;
+    HeadlessPlatform& operator=(const HeadlessPlatform&) = delete;
+
+    ManualClock Clock;
+    MessageLoop Loop{Clock};
+    MemoryFavorites Favorites;
+    MemorySettings Settings;
+    FakeSockets Sockets{Loop, Clock};
+    HeadlessWindows Windows{Loop, Sockets};
+    RecordingShell Shell;
+    PlainText Text;
+    Services All{Favorites, Favorites, Settings, Sockets, Windows, Clock, Shell, Text};
+};
+
+} // namespace tarnwick

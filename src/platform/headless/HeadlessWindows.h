@@ -1,0 +1,74 @@
+#pragma once
+
+// Windows without a screen: events are scripted into a given pump pass, message boxes and menus are answered by a
+// script, and what was shown is kept to be looked at.
+
+#include "platform/Services.h"
+#include "window/MessageLoop.h"
+#include "window/Window.h"
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace tarnwick {
+
+class HeadlessWindows : public WindowService {
+public:
+    // Sleeping is up to `events`.
+    HeadlessWindows(MessageLoop& loop, EventSource& events) : loop_(loop), events_(events) {}
+
+    // Runs `act` in the pump pass that comes after `passes` - 1 others. Acts of one pass run in the order of this call,
+    // in front of the posted messages and the timers.
+    void InPass(int passes, std::function<void()> act);
+    // How many passes have run.
+    std::int64_t Passes() const { return pass_; }
+
+    struct ShownMessage {
+        std::string Text;
+        std::string Title;
+        MessageIcon Icon;
+        MessageButtons Buttons;
+        bool operator==(const ShownMessage&) const = default;
+    };
+    std::vector<ShownMessage> Messages;
+    std::deque<MessageAnswer> Answers; // one a question, No when there is none left
+
+    struct ShownEntry {
+        std::string Caption;
+        bool Enabled;
+    };
+    std::vector<std::vector<ShownEntry>> Menus; // each menu as it popped up, without its separators
+    std::deque<std::string> Choices;            // names of entries to click, one a menu; none left: the menu is left
+
+    bool HasEnded() const { return ended_; }
+
+    WindowHandle Open(Window& window) override { return loop_.Add(window); }
+    void Show(Window&) override {}
+    void ShowModal(Window& window) override;
+    void Hide(Window&) override {}
+    void Discard(Window& window) override { loop_.Remove(window); }
+    MessageAnswer ShowMessage(const std::string& text, const std::string& title, MessageIcon icon,
+                              MessageButtons buttons) override;
+    void PopUp(Menu& menu, Window& window) override;
+    PreviousProcedure InstallProcedure(WindowHandle window, WindowProcedure procedure) override;
+    void RestoreProcedure(WindowHandle window, PreviousProcedure previous) override;
+    std::int32_t CallProcedure(PreviousProcedure previous, WindowHandle window, std::uint32_t message,
+                               std::int32_t first, std::int32_t second) override;
+    void PumpEvents() override;
+    void WaitForEvents() override;
+    void End() override { ended_ = true; }
+
+private:
+    bool IsPending() const;
+
+    MessageLoop& loop_;
+    EventSource& events_;
+    std::int64_t pass_ = 0;
+    std::multimap<std::int64_t, std::function<void()>> acts_; // by pass
+    bool ended_ = false;
+};
+
+} // namespace tarnwick
