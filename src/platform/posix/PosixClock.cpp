@@ -1,0 +1,12 @@
+#include "platform/posix/PosixClock.h"
+
+#include <chrono>
+
+namespace tarnwick {
+
+std::int64_t PosixClock::Now() {
+    const auto since = std::chrono::steady_clock::now().time_since_epoch();
+    return std::chrono::duration_cast<std::chrono::milliseconds>(since).count();
+}
+
+} // namespace tarnwick

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "platform/Services.h"
+
+namespace tarnwick {
+
+// One file an application, <configuration folder>/<application>/settings.ini, in the form of an initialisation file.
+// What is odd in a name or a value is written as "\xHH", so that every text comes back byte for byte; lines that a user
+// put into the file stay.
+class PosixSettings final : public SettingsService {
+public:
+    // A file may have this many bytes: nothing is read behind them, and a larger file is never written to.
+    static constexpr std::size_t SizeLimit = 1U << 20U;
+
+    std::string Read(const std::string& application, const std::string& section, const std::string& key,
+                     const std::string& fallback) override;
+    bool Write(const std::string& application, const std::string& section, const std::string& key,
+               const std::string& value) override;
+};
+
+} // namespace tarnwick

@@ -1,0 +1,329 @@
+#include "platform/posix/PosixSockets.h"
+
+#include <algorithm>
+#include <arpa/inet.h>
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <cstring>
+#include <fcntl.h>
+#include <netdb.h>
+#include <netinet/in.h>
+#include <poll.h>
+#include <sys/epoll.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+namespace tarnwick {
+
+namespace {
+
+// Numbers of Windows Sockets 1.1 (winsock.h).
+constexpr std::int32_t FamilyInternet = 2;          // AF_INET
+constexpr std::int32_t TypeStream = 1;              // SOCK_STREAM
+constexpr std::int32_t ProtocolTcp = 6;             // IPPROTO_TCP
+constexpr std::int32_t LevelSocket = 65535;         // SOL_SOCKET
+constexpr std::int32_t OptionLinger = 128;          // SO_LINGER
+constexpr std::int32_t EventRead = 1;               // FD_READ
+constexpr std::int32_t EventWrite = 2;              // FD_WRITE
+constexpr std::int32_t EventConnect = 16;           // FD_CONNECT
+constexpr std::int32_t EventClose = 32;             // FD_CLOSE
+constexpr std::uint32_t NoAddress = 0xFFFFFFFFU;    // INADDR_NONE
+constexpr std::int32_t SocketError = -1;            // SOCKET_ERROR
+constexpr std::int32_t SystemNotReady = 10091;      // WSASYSNOTREADY
+constexpr std::int32_t VersionNotSupported = 10092; // WSAVERNOTSUPPORTED
+
+constexpr std::size_t HostNameLimit = 253; // characters of a name (RFC 1035, 2.3.4: 255 bytes on the wire)
+constexpr std::size_t LabelLimit = 63;     // RFC 1035, 2.3.4
+
+struct ErrorPair {
+    int Errno;
+    std::int32_t Windows;
+};
+
+constexpr std::array ErrorCodes = {
+    ErrorPair{ECONNREFUSED, 10061}, ErrorPair{ETIMEDOUT, 10060},     ErrorPair{EHOSTUNREACH, 10065},
+    ErrorPair{ENETUNREACH, 10051},  ErrorPair{ECONNRESET, 10054},    ErrorPair{EPIPE, 10054},
+    ErrorPair{ECONNABORTED, 10053}, ErrorPair{EADDRNOTAVAIL, 10049}, ErrorPair{EADDRINUSE, 10048},
+    ErrorPair{EACCES, 10013},       ErrorPair{EPERM, 10013},         ErrorPair{EHOSTDOWN, 10064},
+    ErrorPair{ENETDOWN, 10050},     ErrorPair{ENETRESET, 10052},     ErrorPair{ENOBUFS, 10055},
+    ErrorPair{ENOMEM, 10055},       ErrorPair{EINVAL, 10022},        ErrorPair{EAFNOSUPPORT, 10047},
+};
+
+std::int32_t WindowsError(int error) {
+    constexpr std::int32_t NetworkDown = 10050; // WSAENETDOWN, for what Windows has no number for
+    if (error == 0)
+        return 0;
+    const auto* const found = std::ranges::find(ErrorCodes, error, &ErrorPair::Errno);
+    return found == ErrorCodes.end() ? NetworkDown : found->Windows;
+}
+
+// Errors that only a connection that once stood can show; a failed connect has others.
+bool EndsConnection(int error) { return error == ECONNRESET || error == EPIPE; }
+
+bool IsPassing(int error) { return error == EAGAIN || error == EINTR; }
+
+bool IsHostName(std::string_view name) {
+    if (name.ends_with('.'))
+        name.remove_suffix(1);
+    if (name.empty() || name.size() > HostNameLimit)
+        return false;
+    for (std::size_t start = 0; start <= name.size();) {
+        const std::size_t end = std::min(name.find('.', start), name.size());
+        if (end == start || end - start > LabelLimit)
+            return false;
+        start = end + 1;
+    }
+    return std::ranges::none_of(name, [](char c) { return static_cast<unsigned char>(c) <= ' ' || c == '\x7F'; });
+}
+
+// The numbers 0 to 2 are taken from a process that was started without standard files; 0 means "none" to callers.
+int AboveStandardFiles(int descriptor) {
+    if (descriptor < 0 || descriptor > STDERR_FILENO)
+        return descriptor;
+    const int above = fcntl(descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    close(descriptor);
+    return above;
+}
+
+} // namespace
+
+PosixSockets::PosixSockets(MessageLoop& loop) : loop_(loop), epoll_(epoll_create1(EPOLL_CLOEXEC)) {}
+
+PosixSockets::~PosixSockets() {
+    for (const auto& [number, socket] : sockets_)
+        close(number);
+    if (epoll_ >= 0)
+        close(epoll_);
+}
+
+PosixSockets::Socket* PosixSockets::Find(SocketNumber number) {
+    const auto found = sockets_.find(number);
+    return found == sockets_.end() ? nullptr : &found->second;
+}
+
+// Asks for the next event, once: epoll falls silent about the socket with it.
+void PosixSockets::Watch(SocketNumber number, Socket& socket) {
+    if (socket.Window == 0 || (socket.State != Phase::Connecting && socket.State != Phase::Connected))
+        return;
+    epoll_event event = {};
+    event.events = EPOLLIN | EPOLLRDHUP | EPOLLONESHOT;
+    if (socket.State == Phase::Connecting)
+        event.events |= EPOLLOUT;
+    event.data.fd = number;
+    if (epoll_ctl(epoll_, socket.Watched ? EPOLL_CTL_MOD : EPOLL_CTL_ADD, number, &event) == 0)
+        socket.Watched = true;
+}
+
+void PosixSockets::Post(SocketNumber number, const Socket& socket, std::int32_t event, int error) const {
+    if ((socket.Mask & event) != 0)
+        loop_.Post({socket.Window, socket.Message, number, event | WindowsError(error) << 16});
+}
+
+void PosixSockets::Collect() {
+    std::array<epoll_event, 16> events = {};
+    const int count = epoll_wait(epoll_, events.data(), static_cast<int>(events.size()), 0);
+    for (int i = 0; i < count; ++i)
+        Handle(events[static_cast<std::size_t>(i)].data.fd, events[static_cast<std::size_t>(i)].events);
+}
+
+void PosixSockets::Wait(std::optional<std::int64_t> ms) {
+    pollfd watched = {epoll_, POLLIN, 0};
+    poll(&watched, 1, ms ? static_cast<int>(std::clamp<std::int64_t>(*ms, 0, INT_MAX)) : -1);
+}
+
+void PosixSockets::Handle(SocketNumber number, std::uint32_t events) {
+    Socket* const socket = Find(number);
+    if (socket == nullptr)
+        return;
+    if (socket->State == Phase::Connecting)
+        FinishConnect(number, *socket);
+    const bool arrival = (events & (EPOLLIN | EPOLLRDHUP | EPOLLHUP | EPOLLERR)) != 0;
+    if (socket->State == Phase::Connected && arrival)
+        TellArrival(number, *socket);
+    else
+        Watch(number, *socket);
+}
+
+void PosixSockets::FinishConnect(SocketNumber number, Socket& socket) {
+    if (socket.Error == 0) {
+        socklen_t length = sizeof socket.Error;
+        getsockopt(number, SOL_SOCKET, SO_ERROR, &socket.Error, &length);
+    }
+    if (socket.Error != 0 && !EndsConnection(socket.Error)) {
+        socket.State = Phase::Finished;
+        Post(number, socket, EventConnect, socket.Error);
+        return;
+    }
+    socket.State = Phase::Connected;
+    Post(number, socket, EventConnect, 0);
+    Post(number, socket, EventWrite, 0);
+}
+
+// Data before the close: a reset, too, is told only when nothing is left to read.
+void PosixSockets::TellArrival(SocketNumber number, Socket& socket) {
+    char first = 0;
+    const ssize_t got = recv(number, &first, 1, MSG_PEEK | MSG_DONTWAIT);
+    if (got > 0) {
+        Post(number, socket, EventRead, 0);
+        return;
+    }
+    const int error = got < 0 ? errno : 0;
+    if (IsPassing(error) && socket.Error == 0) {
+        Watch(number, socket);
+        return;
+    }
+    socket.State = Phase::Finished;
+    Post(number, socket, EventClose, socket.Error != 0 ? socket.Error : error);
+}
+
+std::int32_t PosixSockets::Startup(std::uint16_t version) {
+    if ((version & 0xFFU) == 0)
+        return VersionNotSupported;
+    return epoll_ < 0 ? SystemNotReady : 0;
+}
+
+std::int32_t PosixSockets::Cleanup() {
+    while (!sockets_.empty())
+        Close(sockets_.begin()->first);
+    return 0;
+}
+
+SocketNumber PosixSockets::Open(std::int32_t family, std::int32_t type, std::int32_t protocol) {
+    if (family != FamilyInternet || type != TypeStream || (protocol != ProtocolTcp && protocol != 0))
+        return SocketError;
+    const int number = AboveStandardFiles(socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, IPPROTO_TCP));
+    if (number < 0)
+        return SocketError;
+    sockets_[number] = {};
+    return number;
+}
+
+std::int32_t PosixSockets::SetOption(SocketNumber socket, std::int32_t level, std::int32_t option,
+                                     const LingerRecord& value) {
+    if (Find(socket) == nullptr || level != LevelSocket || option != OptionLinger)
+        return SocketError;
+    const linger own = {value.OnOff, value.Seconds};
+    return setsockopt(socket, SOL_SOCKET, SO_LINGER, &own, sizeof own);
+}
+
+std::int32_t PosixSockets::GetOption(SocketNumber socket, std::int32_t level, std::int32_t option, LingerRecord& value,
+                                     std::int32_t& length) {
+    linger own = {};
+    socklen_t ownLength = sizeof own;
+    if (Find(socket) == nullptr || level != LevelSocket || option != OptionLinger ||
+        getsockopt(socket, SOL_SOCKET, SO_LINGER, &own, &ownLength) != 0)
+        return SocketError;
+    value = {static_cast<std::uint16_t>(own.l_onoff), static_cast<std::uint16_t>(own.l_linger)};
+    length = sizeof value;
+    return 0;
+}
+
+std::int32_t PosixSockets::AsyncSelect(SocketNumber socket, WindowHandle window, std::uint32_t message,
+                                       std::int32_t mask) {
+    Socket* const selected = Find(socket);
+    if (selected == nullptr || epoll_ < 0)
+        return SocketError;
+    selected->Window = mask == 0 ? 0 : window;
+    selected->Message = message;
+    selected->Mask = mask;
+    Watch(socket, *selected);
+    return 0;
+}
+
+std::int32_t PosixSockets::Connect(SocketNumber socket, const AddressRecord& address) {
+    Socket* const connecting = Find(socket);
+    if (connecting == nullptr || connecting->State != Phase::Unconnected)
+        return SocketError;
+    sockaddr_in own = {};
+    own.sin_family = static_cast<sa_family_t>(address.Family);
+    own.sin_port = address.Port;
+    own.sin_addr.s_addr = address.Address;
+    // Done or failed at once is told by a notification as well: epoll reports either straight away.
+    if (connect(socket, reinterpret_cast<const sockaddr*>(&own), sizeof own) != 0 && errno != EINPROGRESS)
+        connecting->Error = errno;
+    connecting->State = Phase::Connecting;
+    Watch(socket, *connecting);
+    return SocketError;
+}
+
+std::int32_t PosixSockets::Send(SocketNumber socket, const std::string& bytes) {
+    Socket* const sending = Find(socket);
+    if (sending == nullptr)
+        return SocketError;
+    const ssize_t sent = send(socket, bytes.data(), std::min<std::size_t>(bytes.size(), INT_MAX), MSG_NOSIGNAL);
+    // The system tells a reset once, to the first call that meets it; the CLOSE to come needs it too.
+    if (sent < 0 && EndsConnection(errno))
+        sending->Error = errno;
+    return static_cast<std::int32_t>(sent);
+}
+
+std::int32_t PosixSockets::Receive(SocketNumber socket, std::string& buffer) {
+    Socket* const receiving = Find(socket);
+    if (receiving == nullptr)
+        return SocketError;
+    const ssize_t got = recv(socket, buffer.data(), std::min<std::size_t>(buffer.size(), INT_MAX), 0);
+    if (got < 0 && EndsConnection(errno))
+        receiving->Error = errno;
+    Watch(socket, *receiving);
+    return static_cast<std::int32_t>(got);
+}
+
+std::int32_t PosixSockets::Close(SocketNumber socket) {
+    const auto found = sockets_.find(socket);
+    if (found == sockets_.end())
+        return SocketError;
+    // Taken out by name: a copy of the socket in a child that is about to exec would keep it in the set.
+    if (found->second.Watched)
+        epoll_ctl(epoll_, EPOLL_CTL_DEL, socket, nullptr);
+    close(socket);
+    sockets_.erase(found);
+    loop_.Purge(socket);
+    return 0;
+}
+
+std::uint16_t PosixSockets::HostToNetwork(std::int32_t port) { return htons(static_cast<std::uint16_t>(port)); }
+
+std::uint32_t PosixSockets::AddressFromText(const std::string& text) {
+    in_addr address = {};
+    if (text == " ")
+        return 0; // as Windows reads it
+    if (text.find('\0') != std::string::npos || inet_aton(text.c_str(), &address) == 0)
+        return NoAddress;
+    return address.s_addr;
+}
+
+std::string PosixSockets::AddressOfHost(const std::string& name) {
+    if (!IsHostName(name))
+        return {};
+    addrinfo hints = {};
+    hints.ai_family = AF_INET;
+    hints.ai_socktype = SOCK_STREAM;
+    addrinfo* found = nullptr;
+    if (getaddrinfo(name.c_str(), nullptr, &hints, &found) != 0 || found == nullptr)
+        return {};
+    sockaddr_in first = {};
+    std::memcpy(&first, found->ai_addr, std::min<std::size_t>(sizeof first, found->ai_addrlen));
+    freeaddrinfo(found);
+    return {reinterpret_cast<const char*>(&first.sin_addr), sizeof first.sin_addr};
+}
+
+std::string PosixSockets::NameOfHost(std::uint32_t address) {
+    sockaddr_in own = {};
+    own.sin_family = AF_INET;
+    own.sin_addr.s_addr = address;
+    std::array<char, NI_MAXHOST> name = {};
+    const int result = getnameinfo(reinterpret_cast<const sockaddr*>(&own), sizeof own, name.data(),
+                                   static_cast<socklen_t>(name.size()), nullptr, 0, NI_NAMEREQD);
+    return result == 0 ? name.data() : "";
+}
+
+std::int32_t PosixSockets::LocalName(std::string& name) {
+    std::array<char, 256> buffer = {};
+    if (gethostname(buffer.data(), buffer.size() - 1) != 0)
+        return SocketError;
+    name = buffer.data();
+    return 0;
+}
+
+} // namespace tarnwick

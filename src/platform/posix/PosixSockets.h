@@ -1,0 +1,75 @@
+#pragma once
+
+#include "platform/Services.h"
+#include "window/MessageLoop.h"
+
+#include <cstdint>
+#include <optional>
+#include <unordered_map>
+
+namespace tarnwick {
+
+// Windows Sockets 1.1 with WSAAsyncSelect on sockets that never block and one epoll descriptor. A socket is watched
+// only while something new can be told of it: with a READ that nobody has answered by Receive(), and behind its CLOSE,
+// it costs nothing. WRITE comes once, with the connection.
+class PosixSockets final : public SocketService, public EventSource {
+public:
+    explicit PosixSockets(MessageLoop& loop);
+    ~PosixSockets() override;
+    PosixSockets(const PosixSockets&) = delete;
+    PosixSockets& operator=(const PosixSockets&) = delete;
+
+    // Becomes readable when Collect() has something to do.
+    int Descriptor() const { return epoll_; }
+    void Collect() override;
+    void Wait(std::optional<std::int64_t> ms) override;
+
+    std::int32_t Startup(std::uint16_t version) override;
+    std::int32_t Cleanup() override;
+    // No call blocks in the sense of Windows Sockets 1.1, and there is nothing to cancel.
+    bool IsBlocking() override { return false; }
+    std::int32_t CancelBlockingCall() override { return -1; }
+
+    SocketNumber Open(std::int32_t family, std::int32_t type, std::int32_t protocol) override;
+    std::int32_t SetOption(SocketNumber socket, std::int32_t level, std::int32_t option,
+                           const LingerRecord& value) override;
+    std::int32_t GetOption(SocketNumber socket, std::int32_t level, std::int32_t option, LingerRecord& value,
+                           std::int32_t& length) override;
+    std::int32_t AsyncSelect(SocketNumber socket, WindowHandle window, std::uint32_t message,
+                             std::int32_t mask) override;
+    std::int32_t Connect(SocketNumber socket, const AddressRecord& address) override;
+    std::int32_t Send(SocketNumber socket, const std::string& bytes) override;
+    std::int32_t Receive(SocketNumber socket, std::string& buffer) override;
+    std::int32_t Close(SocketNumber socket) override;
+
+    std::uint16_t HostToNetwork(std::int32_t port) override;
+    std::uint32_t AddressFromText(const std::string& text) override;
+    std::string AddressOfHost(const std::string& name) override;
+    std::string NameOfHost(std::uint32_t address) override;
+    std::int32_t LocalName(std::string& name) override;
+
+private:
+    enum class Phase { Unconnected, Connecting, Connected, Finished };
+
+    struct Socket {
+        WindowHandle Window = 0; // who is told, and of what; 0: nobody
+        std::uint32_t Message = 0;
+        std::int32_t Mask = 0;
+        Phase State = Phase::Unconnected;
+        int Error = 0;        // errno that a call has met and that is still to be told
+        bool Watched = false; // epoll knows the socket
+    };
+
+    Socket* Find(SocketNumber number);
+    void Watch(SocketNumber number, Socket& socket);
+    void Post(SocketNumber number, const Socket& socket, std::int32_t event, int error) const;
+    void Handle(SocketNumber number, std::uint32_t events);
+    void FinishConnect(SocketNumber number, Socket& socket);
+    void TellArrival(SocketNumber number, Socket& socket);
+
+    MessageLoop& loop_;
+    const int epoll_;
+    std::unordered_map<SocketNumber, Socket> sockets_;
+};
+
+} // namespace tarnwick

@@ -1,0 +1,106 @@
+#include "platform/posix/RegularFile.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <fcntl.h>
+#include <memory>
+#include <string_view>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace tarnwick {
+
+namespace {
+
+// A descriptor that closes itself.
+struct Descriptor {
+    explicit Descriptor(int number) : Number(number) {}
+    ~Descriptor() {
+        if (Number >= 0)
+            close(Number);
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    const int Number;
+};
+
+bool WriteWhole(int descriptor, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = write(descriptor, bytes.data(), bytes.size());
+        if (written < 0 && errno == EINTR)
+            continue;
+        if (written <= 0)
+            return false;
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return fsync(descriptor) == 0;
+}
+
+// The file behind a chain of links; the path itself where nothing stands.
+std::string TargetOf(const std::string& path) {
+    const std::unique_ptr<char, decltype(&std::free)> target(realpath(path.c_str(), nullptr), &std::free);
+    return target ? target.get() : path;
+}
+
+} // namespace
+
+FileReading ReadRegularFile(const std::string& path, std::size_t limit, std::string& bytes) {
+    bytes.clear();
+    // Not blocking: a pipe without a writer would hold up the open itself.
+    const Descriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    if (file.Number < 0)
+        return errno == ENOENT ? FileReading::Missing : FileReading::Failed;
+    struct stat status = {};
+    if (fstat(file.Number, &status) != 0 || !S_ISREG(status.st_mode))
+        return FileReading::Failed;
+
+    std::array<char, 16384> chunk; // NOLINT: filled by read()
+    while (bytes.size() < limit) {
+        const ssize_t got = read(file.Number, chunk.data(), std::min(chunk.size(), limit - bytes.size()));
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got < 0)
+            return FileReading::Failed;
+        bytes.append(chunk.data(), static_cast<std::size_t>(got));
+        // A small file is whole after one read; its end needs no second one.
+        if (got == 0 ||
+            (static_cast<std::size_t>(got) < chunk.size() && bytes.size() == static_cast<std::size_t>(status.st_size)))
+            break;
+    }
+    return FileReading::Done;
+}
+
+bool ReplaceRegularFile(const std::string& path, const std::string& bytes) {
+    const std::string target = TargetOf(path);
+    std::string fresh = target + ".XXXXXX";
+    bool written = false;
+    {
+        const Descriptor file(mkostemp(fresh.data(), O_CLOEXEC));
+        if (file.Number < 0)
+            return false;
+        written = WriteWhole(file.Number, bytes);
+    }
+    if (written && std::rename(fresh.c_str(), target.c_str()) == 0)
+        return true;
+    unlink(fresh.c_str());
+    return false;
+}
+
+bool MakeFolders(const std::string& path) {
+    for (std::size_t end = path.find('/', 1); end != std::string::npos; end = path.find('/', end + 1))
+        mkdir(path.substr(0, end).c_str(), S_IRWXU);
+    return mkdir(path.c_str(), S_IRWXU) == 0 || errno == EEXIST;
+}
+
+std::string SystemPath(const std::string& path) {
+    if (path.find('\0') != std::string::npos)
+        return {};
+    std::string system = path;
+    std::ranges::replace(system, '\\', '/');
+    return system;
+}
+
+} // namespace tarnwick

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace tarnwick {
+
+enum class FileReading { Done, Missing, Failed };
+
+// Reads the first `limit` bytes of a regular file into `bytes`. Anything else under that path (a folder, a pipe, a
+// device) is a failure at once: nothing is waited for.
+FileReading ReadRegularFile(const std::string& path, std::size_t limit, std::string& bytes);
+
+// Gives the file `bytes` as its whole content, or leaves it as it was and returns false. Readers and a crash at any
+// moment find the old content or the new one. A symbolic link stays one: its target gets the content.
+bool ReplaceRegularFile(const std::string& path, const std::string& bytes);
+
+// Makes the folders of which `path` is the innermost, for their owner alone, where they are missing.
+bool MakeFolders(const std::string& path);
+
+// A path with "\" between its pieces as the system writes it; the empty text for one that it can't write.
+std::string SystemPath(const std::string& path);
+
+} // namespace tarnwick
