@@ -1,0 +1,71 @@
+#include "platform/posix/PosixShell.h"
+#include "posix_support.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <fcntl.h>
+#include <poll.h>
+
+namespace tarnwick::test {
+namespace {
+
+// A program named xdg-open stands in for the desktop's: it writes what it was started with into a pipe.
+class PosixShellTest : public testing::Test {
+protected:
+    PosixShellTest() {
+        mkfifo((home_ / "started").c_str(), 0600);
+        started_ = open((home_ / "started").c_str(), O_RDWR | O_CLOEXEC);
+        WriteFile(home_ / "bin/xdg-open",
+                  "#!/bin/sh\nprintf '%s\\n' \"$#\" \"$@\" \"$(ls /proc/self/fd | tr '\\n' ' ')\" . > '" +
+                      (home_ / "started") + "'\n");
+        chmod((home_ / "bin/xdg-open").c_str(), 0755);
+        TemporaryHome::Set("PATH", (home_ / "bin") + ":" + path_);
+    }
+    ~PosixShellTest() override {
+        TemporaryHome::Set("PATH", path_);
+        close(started_);
+    }
+
+    // What the next started program has to say.
+    std::string Started() const {
+        std::string text;
+        pollfd watched = {started_, POLLIN, 0};
+        char buffer[1000];
+        while (!text.ends_with("\n.\n") && poll(&watched, 1, 10000) == 1) {
+            const ssize_t got = read(started_, buffer, sizeof buffer);
+            text.append(buffer, static_cast<std::size_t>(got));
+        }
+        return text;
+    }
+
+    TemporaryHome home_;
+    const std::string path_ = std::getenv("PATH");
+    int started_ = -1;
+};
+
+TEST_F(PosixShellTest, UrlIsOneArgumentAndNothingIsInherited) {
+    const int open = ::open("/dev/null", O_RDONLY); // without close-on-exec
+    for (const char* url :
+         {"http://a/?x=1&y=$(touch gone);z='\"#`id`", "HTTPS://a/b c", "ftp://a/", "mailto:x@a", "x-a+b.1:c"}) {
+        PosixShell().OpenUrl(0, url);
+        // Standard input, output and error, and the one that ls lists with.
+        EXPECT_EQ(Started(), "1\n" + std::string(url) + "\n0 1 2 3 \n.\n");
+        EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a child is left to wait for";
+    }
+    close(open);
+}
+
+TEST_F(PosixShellTest, TextThatIsNoUrlOpensNothing) {
+    for (const std::string& text :
+         {std::string(), std::string("a"), std::string("/etc/passwd"), std::string("./x"), std::string("--help"),
+          std::string("-x:y"), std::string("C:\\x"), std::string("c:/x"), std::string(":x"), std::string("http:"),
+          std::string("1a:b"), std::string("a b:c"), std::string("file:///etc/passwd"), std::string("FILE:x"),
+          std::string("http://a/\nb"), std::string("http://a/\0b", 11), std::string("h\xC3\xA9:x")})
+        PosixShell().OpenUrl(0, text);
+    PosixShell().OpenUrl(0, "http://last/");
+    EXPECT_TRUE(Started().starts_with("1\nhttp://last/\n"));
+}
+
+} // namespace
+} // namespace tarnwick::test
