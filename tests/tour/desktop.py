@@ -6,7 +6,6 @@ controls and texts to a screen reader. Every wait ends at a condition or at a li
 import os
 import signal
 import subprocess
-import sys
 import time
 
 import gi
@@ -126,25 +125,23 @@ class Program:
         children = [self.application.get_child_at_index(i) for i in range(self.application.get_child_count())]
         return [child for child in children if child and showing(child)]
 
-    def window(self, title, role=None):
+    def window(self, title):
         """Waits until the window of that title is shown."""
-        def find():
-            for window in self.windows():
-                if window.get_name() == title and (role is None or window.get_role_name() == role):
-                    return window
-            return None
-        return wait(f'the window "{title}"', find)
+        return wait(f'the window "{title}"', lambda: next(
+            (w for w in self.windows() if w.get_name() == title and w.get_role_name() != "alert"), None))
 
     def box(self, title="Tarnwick"):
         """Waits for a message box, and returns it with its text."""
         box = wait(f'a message box "{title}"', lambda: next(
-            (w for w in self.windows() if w.get_role_name() in ("alert", "dialog") and w.get_name() == title
-             and self.all(w, "push button")), None))
+            (w for w in self.windows() if w.get_role_name() == "alert" and w.get_name() == title), None))
         return box, "\n".join(label.get_name() for label in self.all(box, "label"))
 
-    def gone(self, title, role=None):
+    def gone(self, title):
         wait(f'the end of the window "{title}"', lambda: not any(
-            w.get_name() == title and (role is None or w.get_role_name() == role) for w in self.windows()))
+            w.get_name() == title and w.get_role_name() != "alert" for w in self.windows()))
+
+    def box_gone(self):
+        wait("the end of the message box", lambda: not any(w.get_role_name() == "alert" for w in self.windows()))
 
     def all(self, node, role=None):
         """Everything below a node that is on the screen."""
@@ -232,6 +229,15 @@ class Program:
         wait(f'the keyboard in "{title}"',
              lambda: output("xdotool", "getactivewindow", "getwindowname").strip() == title)
 
+    def focus_control(self, window, name):
+        """Tabs to the control of that accessible name."""
+        for _ in range(8):
+            if any(n.get_name() == name and has(n, Atspi.StateType.FOCUSED) for n in self.all(window)):
+                return
+            self.key("Tab")
+            time.sleep(0.1)
+        raise Failure(f'no Tab leads to "{name}"')
+
     def choose(self, entry, with_keys=False):
         """Goes through the open pop-up menu to an entry and takes it."""
         self.reach(entry, with_keys)
@@ -281,15 +287,3 @@ def popup():
                              ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height"))
         return None
     return wait("a pop-up menu", find)
-
-
-def no_popup():
-    wait("the end of the pop-up menu", lambda: not any(
-        '("tarnwick"' in line.lower() and "Override Redirect State: yes" in output("xwininfo", "-id", line.split()[0])
-        and "IsViewable" in output("xwininfo", "-id", line.split()[0])
-        for line in output("xwininfo", "-root", "-children").splitlines()
-        if line.split() and line.split()[0].startswith("0x")))
-
-
-def screenshot(path):
-    subprocess.run(["import", "-silent", "-window", "root", path], check=True, stderr=sys.stderr)
