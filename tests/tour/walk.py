@@ -11,9 +11,9 @@ from desktop import Atspi, Desktop, Failure, Program, has, popup, wait, xdotool
 
 ROOT = os.path.realpath(os.path.join(os.path.dirname(__file__), "..", ".."))
 HOME = os.environ["HOME"]
-FAVORITES = os.path.join(HOME, "Favorites")
 SETTINGS = os.path.join(HOME, ".config", "Tarnwick", "settings.ini")
 OPENED = os.path.join(HOME, "opened")
+COMPARED = 40_000  # shortcuts, so that the comparison lasts long enough for a picture
 
 MAIN = "- Tarnwick v3 -"
 CHECK = "Tarnwick"
@@ -63,22 +63,23 @@ def expect_in(what, part, text):
         raise Failure(f"{what}: no {part!r} in {text!r}")
 
 
-def files():
-    """Every file of the Favorites with its bytes, its time and its mode."""
+def files(root):
+    """Every file of a folder with its bytes, its time and its mode."""
     found = {}
-    for folder, _, names in os.walk(FAVORITES):
+    for folder, _, names in os.walk(root):
         for name in names:
             path = os.path.join(folder, name)
             about = os.lstat(path)
             with open(path, "rb") as file:
-                found[os.path.relpath(path, FAVORITES)] = (file.read(), about.st_mtime_ns, stat.S_IMODE(about.st_mode))
+                found[os.path.relpath(path, root)] = (file.read(), about.st_mtime_ns, stat.S_IMODE(about.st_mode))
     return found
 
 
 class Walk:
     def __init__(self, program, album):
         self.album = album
-        self.before = files()
+        self.favorites = os.path.join(HOME, "Favorites")
+        self.before = files(self.favorites)
         self.removed = set()
         self.path = program
         self.program = None
@@ -97,7 +98,7 @@ class Walk:
     def expect_files(self):
         """Nothing but the removed files differs from the beginning."""
         wanted = {name: about for name, about in self.before.items() if name not in self.removed}
-        now = files()
+        now = files(self.favorites)
         expect("files that are gone", sorted(set(wanted) - set(now)), [])
         expect("files that are new", sorted(set(now) - set(wanted)), [])
         expect("files that changed", sorted(name for name in now if now[name] != wanted[name]), [])
@@ -404,8 +405,6 @@ class Walk:
         program = self.program
         window = self.enter_duplicates()
         program.press(window, "Start")
-        if self.album.windows_folder:
-            self.album.take("duplicates-progress")
         program.find(window, "push button", "Finish")
         expect("the pairs", [tuple(row) for row in program.rows(window)], PAIRS)
         self.album.take("duplicates-rows")
@@ -438,13 +437,57 @@ class Walk:
         program.press(window, "Finish")
         program.gone(DUPLICATES)
 
-    def end(self):
+    def end(self, picture):
         """The close box of the main window is the only way to end the program."""
         self.program.focus(MAIN)
-        self.album.take("main-again")
+        self.album.take(picture)
         xdotool("key", "alt+F4")
         expect("the status of the program", self.program.wait_end(), 0)
         self.expect_files()
+
+    # A second start, with another Favorites folder
+
+    def few_favorites(self, count):
+        """Starts over with a folder of different links, named in the user's list of folders."""
+        self.favorites = os.path.join(HOME, "Few favorites")
+        os.makedirs(self.favorites)
+        for number in range(count):
+            with open(os.path.join(self.favorites, f"Site {number}.url"), "w", encoding="utf-8") as file:
+                file.write(f"[InternetShortcut]\nURL=http://site-{number}.invalid/\n")
+        with open(os.path.join(HOME, ".config", "user-dirs.dirs"), "w", encoding="utf-8") as file:
+            file.write('XDG_FAVORITES_DIR="$HOME/Few favorites"\n')
+        self.before = files(self.favorites)
+        self.removed = set()
+
+    def no_duplicates(self):
+        program = self.program = Program(self.path)
+        program.focus(MAIN)
+        window = self.enter_duplicates()
+        program.press(window, "Start")
+        if len(self.before) > 1000:  # long enough for pictures of the work
+            self.expect_text(window, "Scanning Favorites, please wait...")
+            self.album.take("duplicates-scanning")
+            self.expect_text(window, "Comparing links...")
+            self.album.take("duplicates-comparing")
+        program.find(window, "push button", "Finish")
+        self.expect_text(window, "No duplicated Favorites found at this time.")
+        self.album.take("duplicates-finish")
+        xdotool("key", "alt+F4")  # the close box leads back as "Finish" does
+        program.gone(DUPLICATES)
+
+    def close_check(self):
+        """The close box of the check leads back too, and the window comes anew."""
+        program = self.program
+        window = self.enter_check()
+        self.to_tree(window)
+        self.tick(window, "Scan subfolders")
+        xdotool("key", "alt+F4")
+        program.gone(CHECK)
+        window = self.enter_check()
+        self.to_tree(window)
+        expect("the ticks of a new tree", program.ticked(window), ["Scan subfolders"])
+        xdotool("key", "alt+F4")
+        program.gone(CHECK)
 
     def all(self):
         self.start()
@@ -460,7 +503,11 @@ class Walk:
         self.options_confirmed()
         self.duplicates_canceled()
         self.duplicates()
-        self.end()
+        self.end("main-again")
+        self.few_favorites(COMPARED if self.album.windows_folder else 3)
+        self.no_duplicates()
+        self.close_check()
+        self.end("main-at-the-end")
 
 
 def main():
