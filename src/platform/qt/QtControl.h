@@ -1,0 +1,68 @@
+#pragma once
+
+#include "window/Controls.h"
+
+#include <QString>
+#include <QWidget>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace tarnwick {
+
+class QtWindow;
+
+// The real widget of one control of the model, and what it last showed of the control's fields.
+class QtControl {
+public:
+    virtual ~QtControl() = default;
+    QtControl(const QtControl&) = delete;
+    QtControl& operator=(const QtControl&) = delete;
+
+    const Control& Model() const { return control_; }
+    QWidget& Widget() const { return widget_; }
+    // The widgets that input comes to: the widget itself, and the inner one of a view that scrolls.
+    const std::vector<QWidget*>& Parts() const { return parts_; }
+
+    // Writes the fields that differ from what is shown.
+    void Sync();
+    // The model's control goes; from now on it is not read any more.
+    virtual void Detach() {}
+
+protected:
+    // The widget belongs to its parent widget.
+    QtControl(const Control& control, QWidget& widget);
+
+    void AddPart(QWidget& part) { parts_.push_back(&part); }
+
+    // What the kind of control has beside the common fields.
+    virtual void SyncKind() {}
+    virtual void ShowCaption() {}
+    virtual void ShowColors() const;
+
+    // The colours that stand for ControlDefault.
+    virtual ColorRole DefaultBackColor() const { return ColorRole::ButtonFace; }
+
+private:
+    struct Looks {
+        QRect Place;
+        tarnwick::Font Font;
+        Color ForeColor;
+        Color BackColor;
+        std::string ToolTip;
+    };
+
+    void SyncLooks();
+
+    const Control& control_;
+    QWidget& widget_;
+    std::vector<QWidget*> parts_;
+    std::optional<Looks> looks_; // as shown; nothing before the first time
+    std::optional<std::string> caption_;
+};
+
+// Builds the widget of any control as the top one of `parent`; it raises the control's handlers through `window`.
+std::unique_ptr<QtControl> MakeQtControl(Control& control, QWidget& parent, QtWindow& window);
+
+} // namespace tarnwick

@@ -1,0 +1,162 @@
+#include "platform/qt/QtPump.h"
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QTimerEvent>
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+namespace tarnwick {
+
+namespace {
+
+// A busy program brings its windows in line about as often as a screen shows it, and spends at most a tenth of its time
+// on that.
+constexpr std::int64_t MsBetweenSyncs = 16;
+constexpr std::int64_t TimesSyncCost = 10;
+
+} // namespace
+
+QtPump::QtPump(MessageLoop& loop, EventSource& source, int descriptor, std::function<void()> sync)
+    : loop_(loop), source_(source), sync_(std::move(sync)), notifier_(descriptor, QSocketNotifier::Read) {
+    clock_.start();
+    connect(&notifier_, &QSocketNotifier::activated, this, &QtPump::WakeUp);
+}
+
+void QtPump::PumpEvents() {
+    if (ended_)
+        return;
+    Changed();
+    source_.Collect();
+    loop_.DispatchMessages();
+    if (!ended_)
+        ProcessQtEvents(false);
+    if (!ended_)
+        loop_.FireTimers();
+}
+
+// Painting and the windows' bringing in line are no events that a caller waits for: the sleep goes on behind them.
+void QtPump::WaitForEvents() {
+    if (ended_)
+        return;
+    source_.Collect();
+    if (loop_.HasMessages() || loop_.UntilNextTick() == 0) {
+        PumpEvents();
+        return;
+    }
+    Changed();
+    woken_ = false;
+    while (!woken_ && !ended_) {
+        Arm();
+        ProcessQtEvents(true);
+    }
+    HandleOwnEvents();
+}
+
+void QtPump::RunNested(const std::function<void()>& body) {
+    if (ended_)
+        return;
+    const bool pumping = std::exchange(pumping_, false);
+    SyncNow();
+    Arm();
+    body();
+    pumping_ = pumping;
+}
+
+void QtPump::Changed() {
+    const std::int64_t wait = nextSyncAt_ - clock_.elapsed();
+    if (wait <= 0)
+        SyncNow();
+    else if (syncTimer_ == 0)
+        syncTimer_ = startTimer(static_cast<int>(wait), Qt::PreciseTimer);
+}
+
+void QtPump::SyncNow() {
+    if (syncing_)
+        return;
+    StopTimer(syncTimer_);
+    syncing_ = true;
+    const std::int64_t start = clock_.elapsed();
+    sync_();
+    const std::int64_t end = clock_.elapsed();
+    nextSyncAt_ = end + std::max(MsBetweenSyncs, TimesSyncCost * (end - start));
+    syncing_ = false;
+}
+
+void QtPump::BeforeInput() {
+    woken_ = true;
+    SyncNow();
+}
+
+void QtPump::End() {
+    ended_ = true;
+    QCoreApplication::exit();
+}
+
+void QtPump::LeaveHandler() {
+    --handlers_;
+    woken_ = true;
+    if (Idle())
+        SyncNow();
+    else
+        Changed();
+    Arm();
+}
+
+void QtPump::HandleOwnEvents() {
+    if (ended_)
+        return;
+    source_.Collect();
+    loop_.DispatchMessages();
+    if (!ended_)
+        loop_.FireTimers();
+}
+
+// The sockets or a tick: a pump handles them in its own order, in a loop of Qt's they are handled here.
+void QtPump::WakeUp() {
+    woken_ = true;
+    if (pumping_ || ended_)
+        return;
+    const HandlerScope scope(*this);
+    HandleOwnEvents();
+}
+
+void QtPump::ProcessQtEvents(bool wait) {
+    const bool pumping = std::exchange(pumping_, true);
+    QCoreApplication::processEvents(wait ? QEventLoop::WaitForMoreEvents : QEventLoop::AllEvents);
+    pumping_ = pumping;
+}
+
+// Sees to it that Qt's loop comes by when the next own event is due. A wake-up that comes too early does no harm.
+void QtPump::Arm() {
+    const std::optional<std::int64_t> wait = loop_.HasMessages() ? 0 : loop_.UntilNextTick();
+    if (!wait || ended_)
+        return;
+    const std::int64_t at = clock_.elapsed() + *wait;
+    if (wakeTimer_ != 0 && wakeAt_ <= at)
+        return;
+    StopTimer(wakeTimer_);
+    wakeTimer_ = startTimer(std::chrono::milliseconds(*wait), Qt::PreciseTimer);
+    wakeAt_ = at;
+}
+
+void QtPump::StopTimer(int& timer) {
+    if (timer != 0)
+        killTimer(std::exchange(timer, 0));
+}
+
+// A Qt timer doesn't fire again while its event is on the stack, and a handler may enter a loop: each one fires once.
+void QtPump::timerEvent(QTimerEvent* event) {
+    if (event->timerId() == wakeTimer_) {
+        StopTimer(wakeTimer_);
+        WakeUp();
+        if (!pumping_)
+            Arm();
+    } else if (event->timerId() == syncTimer_) {
+        SyncNow();
+    }
+}
+
+} // namespace tarnwick

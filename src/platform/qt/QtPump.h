@@ -1,0 +1,83 @@
+#pragma once
+
+// One stream of events out of two: the program's own (posted messages, sockets, timers) and Qt's (input, painting). It
+// flows wherever Qt runs a loop: in the main loop, in modal windows, message boxes and menus, and in the program's
+// pumps.
+
+#include "window/MessageLoop.h"
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QSocketNotifier>
+
+#include <cstdint>
+#include <functional>
+
+namespace tarnwick {
+
+class QtPump : public QObject {
+public:
+    // `descriptor` becomes readable when `source` has something to collect. `sync` brings the real windows in line with
+    // the model.
+    QtPump(MessageLoop& loop, EventSource& source, int descriptor, std::function<void()> sync);
+
+    void PumpEvents();
+    void WaitForEvents();
+    // Runs `body`, which enters a loop of Qt's own.
+    void RunNested(const std::function<void()>& body);
+
+    // Fields may have changed: the windows follow at once, or a moment later where they have just done so.
+    void Changed();
+    void SyncNow();
+
+    // Input is about to reach a window: it shall meet what the model says.
+    void BeforeInput();
+
+    // From now on nothing is handled, and every loop of Qt returns.
+    void End();
+    bool Ended() const { return ended_; }
+    // No handler is on the stack.
+    bool Idle() const { return handlers_ == 0; }
+
+    // Stands around every handler that a loop of Qt runs.
+    class HandlerScope {
+    public:
+        explicit HandlerScope(QtPump& pump) : pump_(pump) { ++pump_.handlers_; }
+        ~HandlerScope() { pump_.LeaveHandler(); }
+        HandlerScope(const HandlerScope&) = delete;
+        HandlerScope& operator=(const HandlerScope&) = delete;
+
+    private:
+        QtPump& pump_;
+    };
+
+protected:
+    void timerEvent(QTimerEvent* event) override;
+
+private:
+    void LeaveHandler();
+    void WakeUp();
+    void HandleOwnEvents();
+    void ProcessQtEvents(bool wait);
+    void Arm();
+    void StopTimer(int& timer);
+
+    MessageLoop& loop_;
+    EventSource& source_;
+    const std::function<void()> sync_;
+    QSocketNotifier notifier_;
+
+    QElapsedTimer clock_;
+    int wakeTimer_ = 0; // id of the Qt timer for the next tick, 0: none
+    std::int64_t wakeAt_ = 0;
+    int syncTimer_ = 0;
+    std::int64_t nextSyncAt_ = 0;
+
+    int handlers_ = 0;     // on the stack
+    bool pumping_ = false; // Qt's events are being handled by a pump, which sees to the program's own itself
+    bool woken_ = false;   // a sleep of WaitForEvents() has something to return for
+    bool syncing_ = false;
+    bool ended_ = false;
+};
+
+} // namespace tarnwick

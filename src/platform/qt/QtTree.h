@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/qt/QtControl.h"
+
+#include <QTreeWidget>
+
+#include <cstdint>
+#include <vector>
+
+namespace tarnwick {
+
+class QtTree : public QtControl {
+public:
+    QtTree(TreeControl& tree, QWidget& parent, QtWindow& window);
+
+protected:
+    void SyncKind() override;
+    ColorRole DefaultBackColor() const override { return ColorRole::WindowBackground; }
+
+private:
+    void BuildNodes();
+    void ShowChecks();
+    void TakeCheck(const QTreeWidgetItem& item);
+
+    TreeControl& tree_;
+    QtWindow& window_;
+    QTreeWidget& view_;
+    std::vector<QTreeWidgetItem*> items_; // by node index, from 1
+    std::uint64_t shown_ = 0;
+    std::uint64_t shownChecks_ = 0;
+    bool writing_ = false; // what the view tells now is the echo of our own writing
+};
+
+} // namespace tarnwick

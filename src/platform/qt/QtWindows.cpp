@@ -1,0 +1,157 @@
+#include "platform/qt/QtWindows.h"
+
+#include "platform/qt/QtText.h"
+
+#include <QApplication>
+#include <QEventLoop>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include <algorithm>
+#include <utility>
+
+namespace tarnwick {
+
+QtWindows::QtWindows(MessageLoop& loop, PosixSockets& sockets)
+    : loop_(loop), pump_(loop, sockets, sockets.Descriptor(), [this] { SyncWindows(); }) {}
+
+QtWindows::~QtWindows() {
+    windows_.clear();
+    discarded_.clear();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void QtWindows::Run() {
+    pump_.RunNested([] { QApplication::exec(); });
+}
+
+WindowHandle QtWindows::Open(Window& window) { return loop_.Add(window); }
+
+void QtWindows::Show(Window& window) {
+    if (pump_.Ended())
+        return;
+    QtWindow& real = RealWindow(window);
+    real.Sync();
+    real.ShowInFront();
+}
+
+void QtWindows::ShowModal(Window& window) {
+    if (pump_.Ended())
+        return;
+    QtWindow& real = RealWindow(window);
+    real.setWindowModality(Qt::ApplicationModal);
+    Show(window);
+    QEventLoop shown;
+    QObject::connect(&real, &QtWindow::Detached, &shown, &QEventLoop::quit);
+    pump_.RunNested([&shown] { shown.exec(); });
+}
+
+void QtWindows::Hide(Window& window) {
+    if (QtWindow* real = Find(window); real != nullptr)
+        real->hide();
+}
+
+void QtWindows::Discard(Window& window) {
+    loop_.Remove(window);
+    const auto found = std::ranges::find_if(windows_, [&](const auto& real) { return real->Shows(window); });
+    if (found == windows_.end())
+        return;
+    discarded_.push_back(std::move(*found));
+    windows_.erase(found);
+    discarded_.back()->Detach();
+}
+
+MessageAnswer QtWindows::ShowMessage(const std::string& text, const std::string& title, MessageIcon icon,
+                                     MessageButtons buttons) {
+    const bool question = buttons == MessageButtons::YesNo;
+    QMessageBox box(QApplication::activeWindow());
+    box.setObjectName(QStringLiteral("MessageBox"));
+    box.setWindowTitle(LiteralTitle(title));
+    box.setTextFormat(Qt::PlainText);
+    box.setText(BreakableLinesOf(text));
+    box.setIcon(icon == MessageIcon::Critical   ? QMessageBox::Critical
+                : icon == MessageIcon::Question ? QMessageBox::Question
+                                                : QMessageBox::Information);
+    if (question) {
+        box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+        box.button(QMessageBox::Yes)->setText(QStringLiteral("&Yes"));
+        box.button(QMessageBox::No)->setText(QStringLiteral("&No"));
+        box.setDefaultButton(QMessageBox::No);
+        box.setEscapeButton(QMessageBox::No);
+    } else {
+        box.setStandardButtons(QMessageBox::Ok);
+        box.button(QMessageBox::Ok)->setText(QStringLiteral("OK"));
+    }
+    int answer = QMessageBox::NoButton;
+    pump_.RunNested([&] { answer = box.exec(); });
+    if (!question)
+        return MessageAnswer::Ok;
+    return answer == QMessageBox::Yes && !pump_.Ended() ? MessageAnswer::Yes : MessageAnswer::No;
+}
+
+void QtWindows::PopUp(Menu& menu, Window& window) {
+    QtWindow* real = Find(window);
+    if (real == nullptr)
+        return;
+    constexpr int WidestCaption = 480; // pixels
+    QMenu popUp(real);
+    popUp.setObjectName(SingleLineOf(menu.Name));
+    popUp.setAccessibleName(SingleLineOf(menu.Caption));
+    for (MenuEntry* entry : menu.Entries) {
+        QAction* action = entry->Separator ? popUp.addSeparator() : popUp.addAction(QString());
+        action->setObjectName(SingleLineOf(entry->Name));
+        if (entry->Separator)
+            continue;
+        const QString caption = SingleLineOf(entry->Caption);
+        action->setText(LiteralCaption(popUp.fontMetrics().elidedText(caption, Qt::ElideRight, WidestCaption)));
+        action->setEnabled(entry->Enabled);
+    }
+    QAction* chosen = nullptr;
+    pump_.RunNested([&] { chosen = popUp.exec(real->MenuPlace()); });
+    if (chosen == nullptr)
+        return;
+    const MenuEntry& entry = *menu.Entries[static_cast<std::size_t>(popUp.actions().indexOf(chosen))];
+    if (entry.Enabled)
+        real->Raise(entry.Click);
+}
+
+PreviousProcedure QtWindows::InstallProcedure(WindowHandle window, WindowProcedure procedure) {
+    return loop_.Install(window, procedure);
+}
+
+void QtWindows::RestoreProcedure(WindowHandle window, PreviousProcedure previous) { loop_.Restore(window, previous); }
+
+std::int32_t QtWindows::CallProcedure(PreviousProcedure previous, WindowHandle window, std::uint32_t message,
+                                      std::int32_t first, std::int32_t second) {
+    return loop_.Call(previous, window, message, first, second);
+}
+
+void QtWindows::End() {
+    pump_.End();
+    for (const auto& real : windows_)
+        real->hide();
+}
+
+QtWindow* QtWindows::Find(const Window& window) const {
+    const auto found = std::ranges::find_if(windows_, [&](const auto& real) { return real->Shows(window); });
+    return found != windows_.end() ? found->get() : nullptr;
+}
+
+QtWindow& QtWindows::RealWindow(Window& window) {
+    if (QtWindow* real = Find(window); real != nullptr)
+        return *real;
+    return *windows_.emplace_back(std::make_unique<QtWindow>(window, pump_));
+}
+
+void QtWindows::SyncWindows() {
+    for (const auto& real : windows_)
+        if (real->isVisible())
+            real->Sync();
+    // Without a handler on the stack nobody is in a discarded window, but Qt may still be: it deletes them itself.
+    if (pump_.Idle())
+        for (auto& real : std::exchange(discarded_, {}))
+            real.release()->deleteLater();
+}
+
+} // namespace tarnwick

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "platform/posix/PosixSockets.h"
+#include "platform/qt/QtPump.h"
+#include "platform/qt/QtWindow.h"
+
+#include <memory>
+#include <vector>
+
+namespace tarnwick {
+
+// Windows on Qt Widgets. A QApplication must be there before and behind it; the windows of the model must be given up
+// (WindowSlot::DropAll) before it goes.
+class QtWindows final : public WindowService {
+public:
+    QtWindows(MessageLoop& loop, PosixSockets& sockets);
+    ~QtWindows() override;
+
+    // The program's event loop: returns after End().
+    void Run();
+
+    WindowHandle Open(Window& window) override;
+    void Show(Window& window) override;
+    void ShowModal(Window& window) override;
+    void Hide(Window& window) override;
+    void Discard(Window& window) override;
+
+    MessageAnswer ShowMessage(const std::string& text, const std::string& title, MessageIcon icon,
+                              MessageButtons buttons) override;
+    void PopUp(Menu& menu, Window& window) override;
+
+    PreviousProcedure InstallProcedure(WindowHandle window, WindowProcedure procedure) override;
+    void RestoreProcedure(WindowHandle window, PreviousProcedure previous) override;
+    std::int32_t CallProcedure(PreviousProcedure previous, WindowHandle window, std::uint32_t message,
+                               std::int32_t first, std::int32_t second) override;
+
+    void PumpEvents() override { pump_.PumpEvents(); }
+    void WaitForEvents() override { pump_.WaitForEvents(); }
+    void End() override;
+
+private:
+    QtWindow* Find(const Window& window) const;
+    QtWindow& RealWindow(Window& window);
+    void SyncWindows();
+
+    MessageLoop& loop_;
+    QtPump pump_;
+    std::vector<std::unique_ptr<QtWindow>> windows_;   // built at the first show
+    std::vector<std::unique_ptr<QtWindow>> discarded_; // a handler on the stack may still be in one
+};
+
+} // namespace tarnwick
