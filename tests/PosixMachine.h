@@ -1,0 +1,91 @@
+#pragma once
+
+// The real services of this system under windows without a screen.
+
+#include "availability/Form4.h"
+#include "platform/headless/Fakes.h"
+#include "platform/headless/HeadlessWindows.h"
+#include "platform/posix/PosixClock.h"
+#include "platform/posix/PosixFiles.h"
+#include "platform/posix/PosixShortcuts.h"
+#include "platform/posix/PosixSockets.h"
+#include "platform/posix/PosixText.h"
+#include "shell/Form3.h"
+
+#include <functional>
+#include <utility>
+
+namespace tarnwick::test {
+
+// The sockets' events, with an eye on each pump pass: what a user sees between two events, and what he does then.
+class WatchedEvents : public EventSource {
+public:
+    explicit WatchedEvents(EventSource& events) : events_(events) {}
+
+    std::function<void()> EachPass;
+
+    // The user acts as soon as he sees this, at the latest 5 ms later.
+    void When(std::function<bool()> sees, std::function<void()> acts) {
+        sees_ = std::move(sees);
+        acts_ = std::move(acts);
+    }
+
+    void Collect() override {
+        events_.Collect();
+        if (EachPass)
+            EachPass();
+        if (sees_ && sees_()) {
+            sees_ = nullptr;
+            std::exchange(acts_, nullptr)();
+        }
+    }
+    void Wait(std::optional<std::int64_t> ms) override {
+        constexpr std::int64_t look = 5;
+        events_.Wait(sees_ ? std::min(ms.value_or(look), look) : ms);
+    }
+
+private:
+    EventSource& events_;
+    std::function<bool()> sees_;
+    std::function<void()> acts_;
+};
+
+// In use for as long as the object lives. The Favorites folder is the one of the environment (TemporaryHome).
+struct PosixMachine {
+    PosixMachine() { UseServices(&All); }
+    ~PosixMachine() {
+        WindowSlot::DropAll();
+        UseServices(nullptr);
+    }
+    PosixMachine(const PosixMachine&) = delete;
+    PosixMachine& operator=(const PosixMachine&) = delete;
+
+    PosixClock Clock;
+    MessageLoop Loop{Clock};
+    PosixFiles Files;
+    PosixShortcuts Shortcuts;
+    MemorySettings Settings;
+    PosixSockets Sockets{Loop};
+    WatchedEvents Events{Sockets};
+    HeadlessWindows Windows{Loop, Events};
+    RecordingShell Shell;
+    PosixText Text;
+    Services All{Files, Shortcuts, Settings, Sockets, Windows, Clock, Shell, Text};
+};
+
+inline void Press(Window& window, const Control& control) { window.Raise(control.Click); }
+
+// From the main window to a ticked root and through the whole check: returns when the run has ended.
+inline void CheckRoot() {
+    constexpr int rootNode = 2;
+    Form3.Show();
+    Press(*Form3, Form3->Command1);
+    Press(*Form4, Form4->Command1);
+    if (Form4->Tree1.NodeCheck(rootNode) == 0) {
+        Form4->Tree1.SetNodeCheck(rootNode, 1);
+        Form4->Raise(Form4->Tree1.Check, rootNode, 1);
+    }
+    Press(*Form4, Form4->Command1);
+}
+
+} // namespace tarnwick::test

@@ -1,0 +1,275 @@
+#pragma once
+
+// Servers of the tests' own on loopback, good and bad, and programs of Debian that serve.
+
+#include <arpa/inet.h>
+#include <array>
+#include <atomic>
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <mutex>
+#include <netinet/in.h>
+#include <poll.h>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <sys/eventfd.h>
+#include <sys/prctl.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+namespace tarnwick::test {
+
+inline sockaddr_in LoopbackAddress(std::uint16_t port) {
+    sockaddr_in address = {};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(port);
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    return address;
+}
+
+class Descriptor {
+public:
+    explicit Descriptor(int number) : number_(number) {
+        if (number < 0)
+            throw std::runtime_error("no descriptor");
+    }
+    Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
+    ~Descriptor() {
+        if (number_ >= 0)
+            close(number_);
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    operator int() const { return number_; } // NOLINT(google-explicit-constructor)
+
+private:
+    int number_;
+};
+
+inline Descriptor TcpSocket(int flags = 0) {
+    return Descriptor(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | flags, 0));
+}
+
+// Bound to a free port of loopback, not listening: a connection is refused.
+class BoundPort {
+public:
+    BoundPort() {
+        sockaddr_in address = LoopbackAddress(0);
+        socklen_t length = sizeof address;
+        if (bind(Socket, reinterpret_cast<sockaddr*>(&address), length) != 0 ||
+            getsockname(Socket, reinterpret_cast<sockaddr*>(&address), &length) != 0)
+            throw std::runtime_error("no free port on loopback");
+        Port = ntohs(address.sin_port);
+    }
+    Descriptor Socket = TcpSocket();
+    std::uint16_t Port = 0;
+};
+
+inline bool ConnectTo(int socket, std::uint16_t port) {
+    const sockaddr_in address = LoopbackAddress(port);
+    return connect(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+}
+
+// A listener whose queue is full: further connections never stand.
+class FullListener {
+public:
+    FullListener() {
+        if (listen(bound_.Socket, 0) != 0)
+            throw std::runtime_error("can't listen");
+        for (int client = 0; client < 4; ++client)
+            ConnectTo(clients_.emplace_back(TcpSocket(SOCK_NONBLOCK)), bound_.Port);
+    }
+    std::uint16_t Port() const { return bound_.Port; }
+
+private:
+    BoundPort bound_;
+    std::vector<Descriptor> clients_;
+};
+
+// One accepted connection; each call ends early when the server is given up.
+class Connection {
+public:
+    Connection(Descriptor socket, int stop) : socket_(std::move(socket)), stop_(stop) {
+        // Little room on this side, so that what gets sent is near to what the peer has taken.
+        const int room = 1 << 16;
+        setsockopt(socket_, SOL_SOCKET, SO_SNDBUF, &room, sizeof room);
+    }
+
+    // Up to the empty line, or to the peer's end.
+    std::string ReadRequest() {
+        std::string request;
+        std::array<char, 4096> buffer = {};
+        while (request.find("\r\n\r\n") == std::string::npos && WaitFor(POLLIN, -1)) {
+            const ssize_t got = recv(socket_, buffer.data(), buffer.size(), MSG_DONTWAIT);
+            if (got <= 0)
+                break;
+            request.append(buffer.data(), static_cast<std::size_t>(got));
+        }
+        return request;
+    }
+    // False when the peer has gone.
+    bool Send(std::string_view bytes) {
+        while (!bytes.empty()) {
+            const ssize_t sent = send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
+            if (sent < 0 && (errno != EAGAIN || !WaitFor(POLLOUT, -1)))
+                return false;
+            if (sent > 0) {
+                Sent += static_cast<std::size_t>(sent);
+                bytes.remove_prefix(static_cast<std::size_t>(sent));
+            }
+        }
+        return true;
+    }
+    // True when the peer goes within this time; without a bound below 0.
+    bool WaitForHangup(int ms) { return WaitFor(POLLRDHUP, ms); }
+    // The connection is dropped without a word at its end.
+    void Reset() {
+        const linger drop = {1, 0};
+        setsockopt(socket_, SOL_SOCKET, SO_LINGER, &drop, sizeof drop);
+    }
+    // Copies what `from` says to the peer until either goes.
+    void Forward(int from) {
+        std::array<char, 4096> buffer = {};
+        for (ssize_t got = 0; (got = recv(from, buffer.data(), buffer.size(), 0)) > 0;)
+            if (!Send({buffer.data(), static_cast<std::size_t>(got)}))
+                return;
+    }
+
+    std::size_t Sent = 0; // bytes
+
+private:
+    bool WaitFor(short events, int ms) {
+        std::array<pollfd, 2> watched = {pollfd{socket_, events, 0}, pollfd{stop_, POLLIN, 0}};
+        return poll(watched.data(), watched.size(), ms) > 0 && watched[1].revents == 0;
+    }
+
+    Descriptor socket_;
+    int stop_;
+};
+
+// Takes one connection after the other in a thread of its own and hands each to `serve`, until the object goes.
+class TestServer {
+public:
+    using Serve = std::function<void(Connection&)>;
+
+    explicit TestServer(Serve serve) : serve_(std::move(serve)) {
+        if (listen(bound_.Socket, SOMAXCONN) != 0)
+            throw std::runtime_error("can't listen");
+        thread_ = std::thread([this] { Run(); });
+    }
+    ~TestServer() {
+        eventfd_write(stop_, 1);
+        thread_.join();
+    }
+    TestServer(const TestServer&) = delete;
+    TestServer& operator=(const TestServer&) = delete;
+
+    std::uint16_t Port() const { return bound_.Port; }
+    std::string Address() const { return "127.0.0.1:" + std::to_string(Port()); }
+    int Accepted() const { return accepted_; }
+
+private:
+    void Run() {
+        for (;;) {
+            std::array<pollfd, 2> watched = {pollfd{bound_.Socket, POLLIN, 0}, pollfd{stop_, POLLIN, 0}};
+            poll(watched.data(), watched.size(), -1);
+            if (watched[1].revents != 0)
+                return;
+            const int socket = accept4(bound_.Socket, nullptr, nullptr, SOCK_CLOEXEC);
+            if (socket < 0)
+                continue;
+            Connection connection(Descriptor(socket), stop_);
+            ++accepted_;
+            serve_(connection);
+        }
+    }
+
+    Serve serve_;
+    BoundPort bound_;
+    Descriptor stop_{eventfd(0, EFD_CLOEXEC)};
+    std::atomic<int> accepted_ = 0;
+    std::thread thread_;
+};
+
+// Texts that a server's thread writes down and the test reads.
+class Record {
+public:
+    void Add(const std::string& text) {
+        const std::lock_guard lock(mutex_);
+        texts_.push_back(text);
+    }
+    std::vector<std::string> Texts() const {
+        const std::lock_guard lock(mutex_);
+        return texts_;
+    }
+
+private:
+    mutable std::mutex mutex_;
+    std::vector<std::string> texts_;
+};
+
+// A program that listens on `port`; it ends with the object, and with the test however that ends.
+class ServerProgram {
+public:
+    ServerProgram(std::vector<std::string> command, std::uint16_t port) {
+        std::vector<char*> arguments;
+        for (std::string& argument : command)
+            arguments.push_back(argument.data());
+        arguments.push_back(nullptr);
+        child_ = fork();
+        if (child_ == 0) {
+            prctl(PR_SET_PDEATHSIG, SIGKILL);
+            execv(arguments[0], arguments.data());
+            _exit(127);
+        }
+        if (!Answers(port)) {
+            End();
+            throw std::runtime_error(command[0] + " doesn't listen");
+        }
+    }
+    ~ServerProgram() { End(); }
+    ServerProgram(const ServerProgram&) = delete;
+    ServerProgram& operator=(const ServerProgram&) = delete;
+
+    void End() {
+        if (child_ <= 0)
+            return;
+        kill(child_, SIGTERM);
+        waitpid(child_, nullptr, 0);
+        child_ = 0;
+    }
+
+private:
+    bool Answers(std::uint16_t port) const {
+        for (int attempt = 0; attempt < 1000; ++attempt) {
+            if (ConnectTo(TcpSocket(), port))
+                return true;
+            if (waitpid(child_, nullptr, WNOHANG) != 0)
+                return false;
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        }
+        return false;
+    }
+
+    pid_t child_ = 0;
+};
+
+// How many sockets this process has.
+inline int OpenSockets() {
+    int count = 0;
+    std::error_code gone;
+    for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd"))
+        count += std::filesystem::read_symlink(entry.path(), gone).string().starts_with("socket:") ? 1 : 0;
+    return count;
+}
+
+} // namespace tarnwick::test
