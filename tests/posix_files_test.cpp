@@ -49,11 +49,11 @@ TEST_F(PosixFilesTest, NamesComeInTheOrderOfUpperCasedUtf16Units) {
 }
 
 TEST_F(PosixFilesTest, OnlyTheLastPieceIsAPattern) {
-    const std::string longest = std::string(251, 'n') + ".url";
+    const std::string longest = std::string(251, 'n').append(".url");
     for (const std::string& folder :
          {std::string("a*b"), std::string("[a]"), std::string("100%"), std::string(" blank "), std::string(".hidden"),
           std::string("Zoë"), std::string("a?"), std::string(255, 'f')}) {
-        MakeFile(folder + "/" + longest);
+        MakeFile(std::string(folder).append("/").append(longest));
         MakeFile(folder + "/[a].url");
         EXPECT_EQ(List(folder + "/*.url"), (Names{longest, "[a].url"})) << folder;
     }

@@ -118,6 +118,11 @@ bool EqualRegardlessOfCase(std::string_view a, std::string_view b) {
 
 std::string FolderOrderKey(std::string_view text) {
     std::string key;
+    if (IsAscii(text)) {
+        key.resize(text.size());
+        std::ranges::transform(text, key.begin(), AsciiUpper);
+        return key;
+    }
     key.reserve(text.size());
     for (std::size_t at = 0; at < text.size();) {
         const Utf8Character character = DecodeUtf8(text, at);
