@@ -82,7 +82,7 @@ public:
     SocketNumber NextNumber = 100;
 
     struct Host {
-        std::optional<std::string> Reply; // sent once the request is there; none: silent
+        std::optional<std::string> Reply = {}; // sent once the request is there; none: silent
         bool Refuses = false;
         bool Closes = false; // as soon as the connection stands
         bool NeverStands = false;

@@ -1,0 +1,200 @@
+#include "Driver.h"
+
+#include "duplicates/LinkKey.h"
+
+namespace tarnwick {
+namespace {
+
+class DuplicatesTest : public Program {
+protected:
+    void OpenCheck() {
+        if (!Form3.IsLoaded())
+            StartProgram();
+        Choose(Form3->Option2);
+        Click(Form3->Command1);
+        ASSERT_EQ(Form7->Command1.Caption, "&Start");
+    }
+
+    // Presses Start and lets the one tick run.
+    void Run() {
+        Click(Form7->Command1);
+        if (Form7.IsLoaded() && Form7->Timer1.Enabled())
+            machine.Windows.WaitForEvents();
+    }
+
+    Strings Pairs() {
+        Strings pairs;
+        const Grid& grid = Form7->Grid1;
+        for (int row = 1; row <= grid.RowCount(); ++row)
+            pairs.push_back(grid.CellText(row, PairColumn::Link1) + "-" + grid.CellText(row, PairColumn::Link2));
+        return pairs;
+    }
+
+    void ExpectCanceled() {
+        EXPECT_EQ(Form7->Command1.Caption, "&Finish");
+        EXPECT_EQ(Form7->Label2.Caption, "Operation canceled by user");
+        EXPECT_EQ(Form7->Label1.Caption, "");
+        EXPECT_TRUE(Form7->Frame1.Visible);
+        EXPECT_FALSE(Form7->Command2.Enabled);
+        EXPECT_EQ(machine.Favorites.OpenListings(), 0);
+    }
+
+    void AddThree() {
+        machine.Favorites.AddShortcut("A.url", "http://one.example/");
+        machine.Favorites.AddShortcut("Work\\B.url", "HTTP://ONE.example/");
+        machine.Favorites.AddShortcut("Work\\C.url", "http://one.EXAMPLE/");
+    }
+};
+
+TEST_F(DuplicatesTest, PairsEqualLinksInTheOrderOfGathering) {
+    AddThree();
+    machine.Favorites.AddShortcut("Work\\Other.url", "http://one.example"); // no trailing slash: another link
+    machine.Favorites.AddShortcut("Work\\Empty1.url", "");
+    machine.Favorites.AddShortcut("Play\\Empty2.url", "");
+    machine.Favorites.AddShortcut("Work\\Deep\\D.url", "http://one.example/"); // below the first level
+    machine.Favorites.AddShortcut("My.URLs\\E.url", "http://one.example/");
+    OpenCheck();
+    Run();
+    EXPECT_EQ(Pairs(), (Strings{"A-B", "A-C", "B-C", "Empty1-Empty2"}));
+    const Strings first = {
+        "A", "Favorites root", "B", "Work", machine.Favorites.Full("A.url"), machine.Favorites.Full("Work\\B.url")};
+    for (int column = 1; column <= 6; ++column)
+        EXPECT_EQ(Form7->Grid1.CellText(1, column), first[static_cast<std::size_t>(column - 1)]);
+    EXPECT_FALSE(Form7->Frame1.Visible);
+    EXPECT_TRUE(Form7->Command2.Enabled);
+    EXPECT_EQ(Form7->Command1.Caption, "&Finish");
+    EXPECT_EQ(machine.Favorites.OpenListings(), 0);
+    Click(Form7->Command1);
+    EXPECT_FALSE(Form7.IsLoaded());
+    EXPECT_TRUE(Form3->IsVisible());
+}
+
+TEST_F(DuplicatesTest, SaysSoWhenThereAreNone) {
+    machine.Favorites.AddShortcut("A.url", "http://one.example/");
+    for (int run = 0; run < 2; ++run) {
+        OpenCheck();
+        Run();
+        EXPECT_EQ(Form7->Label3.Caption, "\r\nThe scan process is done.\r\n\r\nNo duplicated Favorites found at this "
+                                         "time.\r\n\r\n\r\nClick Finish button to return to the main window.");
+        EXPECT_TRUE(Form7->Label3.Visible && Form7->Frame1.Visible);
+        EXPECT_FALSE(Form7->Label1.Visible || Form7->Label2.Visible);
+        Click(Form7->Command1);
+        machine.Favorites.LoseFile("A.url"); // the second time there is no shortcut at all
+    }
+}
+
+// Passes of one run: the listing's, 300 ms, the walk's, the comparison's. A cancel in any of them holds.
+TEST_F(DuplicatesTest, CancelsInEveryPass) {
+    AddThree();
+    int canceled = 0;
+    for (int pass = 1; canceled == pass - 1; ++pass) {
+        SCOPED_TRACE(pass);
+        OpenCheck();
+        machine.Windows.InPass(pass, [&] {
+            if (Form7.IsLoaded() && Form7->Command1.Caption == "&Cancel") {
+                Click(Form7->Command1);
+                ++canceled;
+            }
+        });
+        Run();
+        if (canceled == pass) {
+            ExpectCanceled();
+        }
+        Form7.Unload();
+        machine.Windows.PumpEvents();
+    }
+    EXPECT_GT(canceled, 8);
+}
+
+// Closes the window in a pass, by the close box or by "&Finish" behind a cancel, and starts a new check at once.
+TEST_F(DuplicatesTest, AClosedCheckTouchesNothingAndANewOneStartsAtOnce) {
+    AddThree();
+    for (const bool finish : {false, true}) {
+        for (int pass = 1; pass <= 9; ++pass) {
+            SCOPED_TRACE(pass);
+            OpenCheck();
+            const std::shared_ptr<Window> old = Form7->shared_from_this();
+            machine.Windows.InPass(pass, [&] {
+                if (finish) {
+                    Click(Form7->Command1);
+                    Click(Form7->Command1);
+                } else {
+                    Form7->Unload();
+                }
+                EXPECT_FALSE(old->IsLoaded());
+                EXPECT_TRUE(Form3->IsVisible());
+                Choose(Form3->Option2);
+                Click(Form3->Command1);
+                Run();
+                EXPECT_EQ(Pairs().size(), 3U);
+            });
+            Run();
+            while (old->IsLoaded())
+                machine.Windows.WaitForEvents();
+            EXPECT_NE(&*Form7, old.get());
+            EXPECT_EQ(Pairs().size(), 3U) << "the old run has added nothing";
+            EXPECT_FALSE(Form7->Frame1.Visible);
+            EXPECT_EQ(machine.Favorites.OpenListings(), 0);
+            Form7.Unload();
+        }
+    }
+}
+
+class PairsTest : public DuplicatesTest {
+protected:
+    void SetUp() override {
+        AddThree();
+        OpenCheck();
+        Run();
+        machine.Windows.Answers.assign(9, MessageAnswer::Yes);
+    }
+
+    void Remove(int row, const std::string& entry) {
+        Form7->Grid1.SelectedRow = row;
+        MenuChoice(entry);
+        RightClick(*Form7, Form7->Grid1);
+    }
+};
+
+TEST_F(PairsTest, ARemovalTakesOneRowAndOneFile) {
+    Remove(1, "mnuDupK1");
+    EXPECT_EQ(machine.Windows.Messages.back(),
+              (HeadlessWindows::ShownMessage{
+                  "Are you sure to remove the following Favorite?\r\n\r\nName: A\r\nFolder: Favorites root", "Tarnwick",
+                  MessageIcon::Question, MessageButtons::YesNo}));
+    EXPECT_FALSE(machine.Favorites.Has("A.url"));
+    EXPECT_EQ(Pairs(), (Strings{"A-C", "B-C"}));
+    Remove(1, "mnuDupK1"); // asks about A again, deletes nothing
+    EXPECT_EQ(Pairs(), Strings{"B-C"});
+    EXPECT_TRUE(machine.Favorites.Has("Work\\B.url") && machine.Favorites.Has("Work\\C.url"));
+    machine.Windows.Answers.front() = MessageAnswer::No;
+    Remove(1, "mnuDupK2");
+    EXPECT_TRUE(machine.Favorites.Has("Work\\C.url"));
+    Remove(1, "mnuDupK2");
+    EXPECT_FALSE(machine.Favorites.Has("Work\\C.url"));
+    EXPECT_TRUE(machine.Favorites.Has("Work\\B.url"));
+    EXPECT_FALSE(Form7->Frame1.Visible);
+    Click(Form7->Command1);
+    EXPECT_TRUE(Form3->IsVisible());
+}
+
+TEST_F(PairsTest, ReadOnlyFilesStayAndNoSelectionDoesNothing) {
+    machine.Favorites.ReadOnly.insert(machine.Favorites.Full("A.url"));
+    Remove(0, "mnuDupK1");
+    EXPECT_EQ(machine.Windows.Menus.size(), 1U) << "the menu opens all the same";
+    EXPECT_TRUE(machine.Windows.Messages.empty());
+    Form7->Raise(Form7->Grid1.HeaderClick, PairColumn::Folder2);
+    EXPECT_EQ(Pairs(), (Strings{"A-B", "A-C", "B-C"}));
+    Remove(2, "mnuDupK1");
+    EXPECT_EQ(Pairs(), (Strings{"A-B", "B-C"}));
+    EXPECT_TRUE(machine.Favorites.Has("A.url"));
+}
+
+TEST_F(DuplicatesTest, LinksDifferInMoreThanTheirCase) {
+    EXPECT_TRUE(EqualLinks("http://A/x", "HTTP://a/X"));
+    EXPECT_FALSE(EqualLinks("http://a/x", "http://a/x/"));
+    EXPECT_EQ(LinkKey("http://A/x"), LinkKey("HTTP://a/X"));
+}
+
+} // namespace
+} // namespace tarnwick

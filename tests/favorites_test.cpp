@@ -1,0 +1,74 @@
+#include "Driver.h"
+
+#include "favorites/Folders.h"
+#include "favorites/Shortcut.h"
+
+namespace tarnwick {
+namespace {
+
+using FavoritesTest = Program;
+
+TEST_F(FavoritesTest, SplitsUrls) {
+    struct Case {
+        const char* url;
+        const char* host;
+        const char* target;
+        const char* port;
+        const char* user;
+        const char* password;
+    };
+    const std::string keep = "kept";
+    const Case cases[] = {
+        {"http://a.example/", "a.example", "/", "80", "", ""},
+        {"HTTP://A.Example/Dir/Page.html?x=1#top", "A.Example", "/Dir/Page.html?x=1#top", "80", "", ""},
+        {"http://a.example:8080/x", "a.example", "/x", "8080", "", ""},
+        {"https://a.example/x", "a.example", "/x", "80", "", ""},
+        {"hTTps://a.example:443/x", "a.example", "/x", "443", "", ""},
+        {"http://a.example/x:y", "a.example", "/x:y", "80", "", ""},
+        {"http://a.example/b@c/d", "c", "/d", "80", "a.example/b", ""},
+        {"http://u:p@a.example/x", "a.example", "/x", "80", "u", "p"},
+        {"http://u:p:q@a.example/x", "a.example", "/x", "80", "u", "p"},
+        {"http://@a.example/x", "a.example", "/x", "80", "", ""},
+        {"http://abcdefghijklmnopqrstu@b.example/x", "b.example", "/x", "80", "abcdefghijklmnopqrstu", ""},
+        {"http://abcdefghijklmnopqrstuv@b.example/x", "abcdefghijklmnopqrstuv@b.example", "/x", "80", "", ""},
+        {"http://a.example", "a.example", "/", "80", "", ""},
+        {"http://a.example:81", "a.example", "/", "81", "", ""},
+        {"http://a.example:/x", "a.example", "/x", "", "", ""},
+        {"http:/a.example/x", "http", "/a.example/x", "", "", ""}, // no scheme to drop, and a ":" in front of the "/"
+        {"https:/", "", "/", "80", "", ""},
+        {"http", "http", "/", "80", "", ""},
+        {"ftp://a.example/x", "", "kept", "kept", "kept", "kept"},
+        {"htt", "", "kept", "kept", "kept", "kept"},
+        {"", "", "kept", "kept", "kept", "kept"},
+    };
+    for (const Case& row : cases) {
+        SCOPED_TRACE(row.url);
+        std::string host = keep, target = keep, user = keep, password = keep, port = keep;
+        tarnwick::Favorites::SplitUrl(row.url, host, target, user, password, port);
+        EXPECT_EQ(host, row.host);
+        EXPECT_EQ(target, row.target);
+        EXPECT_EQ(port, row.port);
+        EXPECT_EQ(user, row.user);
+        EXPECT_EQ(password, row.password);
+    }
+}
+
+TEST_F(FavoritesTest, RootEndsWithOneBackslash) {
+    EXPECT_EQ(tarnwick::Favorites::FavoritesRoot(), "C:\\Users\\u\\Favorites\\");
+    machine.Favorites.Root = "C:\\";
+    EXPECT_EQ(tarnwick::Favorites::FavoritesRoot(), "C:\\");
+    machine.Favorites.Root = "";
+    EXPECT_EQ(tarnwick::Favorites::FavoritesRoot(), "\\");
+    machine.Favorites.Root = "C:\\" + std::string(400, 'x');
+    EXPECT_EQ(tarnwick::Favorites::FavoritesRoot(), "C:\\" + std::string(400, 'x') + "\\");
+}
+
+TEST_F(FavoritesTest, ReadsAtMostTheBuffer) {
+    machine.Favorites.AddShortcut("Long.url", "http://" + std::string(20000, 'x'));
+    const std::string file = machine.Favorites.Full("Long.url");
+    EXPECT_EQ(tarnwick::Favorites::ReadShortcutUrl(file).size(), 9999U);
+    EXPECT_EQ(tarnwick::Favorites::CurrentLink.File, file);
+}
+
+} // namespace
+} // namespace tarnwick

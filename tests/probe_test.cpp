@@ -1,0 +1,204 @@
+#include "Driver.h"
+
+#include "probe/Base64.h"
+#include "probe/Request.h"
+#include "probe/SocketModule.h"
+#include "probe/Verdict.h"
+#include "probe/WinsockAPI.h"
+
+namespace tarnwick {
+namespace {
+
+class ProbeTest : public Program {
+protected:
+    void SetUp() override {
+        tarnwick::Favorites::BuildBase64Table();
+        machine.Sockets.Hosts["good.example"] = {.Reply = "HTTP/1.0 200 OK\r\n\r\n"};
+        machine.Sockets.Hosts["silent.example"] = {};
+        Form2.Load();
+    }
+
+    Winsock& Socket() { return *Form2->SOCKET; }
+};
+
+TEST_F(ProbeTest, EncodesBase64) {
+    // RFC 4648, section 10.
+    const std::pair<const char*, const char*> cases[] = {
+        {"", ""},
+        {"f", "Zg=="},
+        {"fo", "Zm8="},
+        {"foo", "Zm9v"},
+        {"foob", "Zm9vYg=="},
+        {"fooba", "Zm9vYmE="},
+        {"foobar", "Zm9vYmFy"},
+        {"\xFB\xFF", "+/8="},
+    };
+    for (const auto& [plain, expected] : cases) {
+        const std::string text = plain;
+        tarnwick::Favorites::Bytes encoded;
+        tarnwick::Favorites::Base64Encode({text.begin(), text.end()}, encoded);
+        EXPECT_EQ(std::string(encoded.begin(), encoded.end()), expected);
+    }
+}
+
+TEST_F(ProbeTest, BuildsTheRequest) {
+    LinkRecord link;
+    link.Host = "a.example";
+    link.RequestTarget = "/a b#top";
+    link.Port = "8080";
+    const std::string head = "GET /a b#top HTTP/1.0\r\nHost: a.example\r\nUser-Agent: Tarnwick v.3.00\r\n"
+                             "Accept: *.*, */*\r\n";
+    EXPECT_EQ(BuildRequest(link, false, true), head + "\r\n");
+    EXPECT_EQ(BuildRequest(link, true, true), head + "Proxy-Connection: Keep-Alive\r\n\r\n");
+    link.User = "u";
+    EXPECT_EQ(BuildRequest(link, false, true), head + "\r\n");
+    link.Password = "p";
+    EXPECT_EQ(BuildRequest(link, true, true),
+              head + "Proxy-Connection: Keep-Alive\r\nAuthorization: Basic dTpw\r\n\r\n");
+    EXPECT_EQ(BuildRequest(link, false, false), head + "\r\n");
+}
+
+TEST_F(ProbeTest, ReadsTheStatus) {
+    struct Case {
+        std::string data;
+        std::optional<std::int32_t> status;
+    };
+    const Case cases[] = {
+        {"HTTP/1.0 404 Not Found\r\n", 404},
+        {"HTTP/1.0 200 OK", 200},
+        {"anything 401 at all", 401},
+        {" 403", 403},
+        {"HTTP/1.0 404\r\nServer: x y", std::nullopt}, // the word goes on to the next blank
+        {"HTTP/1.0  404 x", std::nullopt},
+        {"HTTP/1.0", std::nullopt},
+        {"", std::nullopt},
+        {"HTTP/1.0 4294967700 x", std::nullopt}, // 404 beyond 32 bits
+        {"HTTP/1.0 404x ", std::nullopt},
+        {std::string("a 4\0"
+                     "04 ",
+                     7),
+         std::nullopt},
+    };
+    for (const Case& row : cases)
+        EXPECT_EQ(ReplyStatus(row.data), row.status) << row.data;
+    for (const std::int32_t passing : {0, 201, 301, 302, 400, 402, 405, 500, -404})
+        EXPECT_EQ(VerdictOf(passing), nullptr) << passing;
+}
+
+TEST_F(ProbeTest, EachFailingStepGivesMinusOneWithoutALeak) {
+    using Call = FakeSockets::Call;
+    for (const Call call : {Call::Open, Call::SetOption, Call::GetOption, Call::AsyncSelect, Call::Connect}) {
+        machine.Sockets.Failing = call;
+        EXPECT_EQ(WinsockAPI::OpenClientSocket("good.example", 80, Form2->Handle()), -1) << static_cast<int>(call);
+        EXPECT_TRUE(machine.Sockets.OpenNumbers.empty()) << static_cast<int>(call);
+    }
+    machine.Sockets.Failing = Call::None;
+    EXPECT_EQ(WinsockAPI::OpenClientSocket("nowhere.example", 80, Form2->Handle()), -1);
+    machine.Sockets.LookedUp.clear();
+    EXPECT_EQ(WinsockAPI::OpenClientSocket("good.example", -1, Form2->Handle()), -1);
+    EXPECT_TRUE(machine.Sockets.LookedUp.empty()) << "the port fails before the host is looked up";
+    EXPECT_GT(WinsockAPI::OpenClientSocket("good.example", 80, Form2->Handle()), 0);
+}
+
+TEST_F(ProbeTest, ASocketBeyondSixteenBitsIsClosed) {
+    machine.Sockets.NextNumber = 32767;
+    Socket().SOCKET_CONNECT(Form2->Handle(), "good.example", 80);
+    EXPECT_EQ(Socket().SocketHandle(), 32767);
+    Socket().SOCKET_DISCONNECT(Form2->Handle());
+    Socket().SOCKET_CONNECT(Form2->Handle(), "good.example", 80);
+    EXPECT_EQ(Socket().SocketHandle(), -1);
+    EXPECT_TRUE(machine.Sockets.OpenNumbers.empty());
+}
+
+TEST_F(ProbeTest, RaisesEventsFromThePumpOnly) {
+    Strings events;
+    Socket().Connect = [&] { events.emplace_back("connect"); };
+    Socket().Receive = [&](const std::string& data) { events.push_back("receive " + data); };
+    Socket().Disconnect = [&] { events.emplace_back("disconnect"); };
+    Socket().Error = [&](std::int32_t error) { events.push_back("error " + std::to_string(error)); };
+
+    Socket().SOCKET_CONNECT(Form2->Handle(), "silent.example", 80);
+    EXPECT_EQ(events, Strings{});
+    machine.Windows.PumpEvents();
+    EXPECT_EQ(events, Strings{"connect"});
+    machine.Sockets.Deliver("abc");
+    machine.Sockets.Notify(WinsockAPI::EventClose);
+    machine.Windows.PumpEvents();
+    EXPECT_EQ(events, (Strings{"connect", "receive abc", "disconnect"}));
+    EXPECT_EQ(Socket().SocketHandle(), 0);
+    EXPECT_TRUE(machine.Sockets.OpenNumbers.empty());
+
+    machine.Sockets.Hosts["shut.example"] = {.Refuses = true};
+    Socket().SOCKET_CONNECT(Form2->Handle(), "shut.example", 80);
+    machine.Windows.PumpEvents();
+    EXPECT_EQ(events.back(), "error 10061");
+    Socket().SOCKET_DISCONNECT(Form2->Handle());
+
+    const std::size_t before = events.size();
+    Socket().SOCKET_RAISEEVENT(4);
+    Socket().SOCKET_RAISEEVENT(3, 7); // nothing listens
+    EXPECT_EQ(events.size(), before);
+}
+
+TEST_F(ProbeTest, NothingOfAGivenUpSocketArrives) {
+    int events = 0;
+    Socket().Connect = [&] { ++events; };
+    Socket().SOCKET_CONNECT(Form2->Handle(), "silent.example", 80);
+    const SocketNumber first = machine.Sockets.LastNumber();
+    Socket().SOCKET_DISCONNECT(Form2->Handle());
+    Socket().SOCKET_DISCONNECT(Form2->Handle());
+    machine.Windows.PumpEvents();
+    EXPECT_EQ(events, 0);
+
+    // A message of the old socket while the next one is current.
+    machine.Sockets.Hosts["slow.example"] = {.NeverStands = true};
+    Socket().SOCKET_CONNECT(Form2->Handle(), "slow.example", 80);
+    machine.Loop.Post({Form2->Handle(), WinsockAPI::SocketMessage, first, WinsockAPI::EventConnect});
+    machine.Windows.PumpEvents();
+    EXPECT_EQ(events, 0);
+}
+
+TEST_F(ProbeTest, OtherMessagesReachTheWindowsOwnProcedure) {
+    static std::vector<std::uint32_t> seen;
+    seen.clear();
+    const WindowProcedure own = [](WindowHandle, std::uint32_t message, std::int32_t, std::int32_t) {
+        seen.push_back(message);
+        return 0;
+    };
+    Socket().SOCKET_DISCONNECT(Form2->Handle()); // before any connection: nothing to restore
+    machine.Loop.Install(Form2->Handle(), own);
+    Socket().SOCKET_CONNECT(Form2->Handle(), "silent.example", 80);
+    machine.Loop.Post({Form2->Handle(), 1024, 0, 0});
+    machine.Windows.PumpEvents();
+    EXPECT_EQ(seen, std::vector<std::uint32_t>{1024});
+    // Posted while the engine's procedure was installed, taken out after it was restored.
+    machine.Loop.Post({Form2->Handle(), WinsockAPI::SocketMessage, 1, WinsockAPI::EventConnect});
+    Socket().SOCKET_DISCONNECT(Form2->Handle());
+    machine.Windows.PumpEvents();
+    EXPECT_EQ(seen, (std::vector<std::uint32_t>{1024, WinsockAPI::SocketMessage}));
+}
+
+TEST_F(ProbeTest, TheNetworkSectionStartsAndEndsOnce) {
+    EXPECT_EQ(machine.Sockets.Startups, 1);
+    Form2.Unload();
+    EXPECT_EQ(machine.Sockets.Cleanups, 1);
+}
+
+TEST_F(ProbeTest, AFailedStartOfTheNetworkIsTold) {
+    Form2.Unload();
+    machine.Sockets.Failing = FakeSockets::Call::Startup;
+    StartProgram();
+    ASSERT_EQ(machine.Windows.Messages.size(), 1U);
+    EXPECT_EQ(machine.Windows.Messages[0],
+              (HeadlessWindows::ShownMessage{"Unable to start network section", "Dunmarrow", MessageIcon::Critical,
+                                             MessageButtons::Ok}));
+}
+
+TEST_F(ProbeTest, NamesOfHosts) {
+    EXPECT_EQ(Socket().SOCKET_GET_LOCALHOST(), "machine");
+    EXPECT_EQ(Socket().SOCKET_GET_REMOTEHOST("good.example"), "good.example");
+    EXPECT_EQ(Socket().SOCKET_GET_REMOTEHOST("nowhere.example"), "Unknown");
+}
+
+} // namespace
+} // namespace tarnwick

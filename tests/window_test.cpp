@@ -1,0 +1,130 @@
+#include "Driver.h"
+
+#include "report/Form6.h"
+
+#include <cctype>
+#include <set>
+
+namespace tarnwick {
+namespace {
+
+using WindowTest = Program;
+
+Grid ThreeRows() {
+    Grid grid;
+    grid.AddColumn("A", 10);
+    grid.AddColumn("B", 10, false);
+    for (const auto& [a, b] : {std::pair{"b", "1"}, {"A", "2"}, {"B", "3"}}) {
+        grid.AddRow();
+        grid.SetCellText(grid.RowCount(), 1, a);
+        grid.SetCellText(grid.RowCount(), 2, b);
+    }
+    return grid;
+}
+
+TEST_F(WindowTest, AGridSortsRegardlessOfCaseAndKeepsItsSelection) {
+    Grid grid = ThreeRows();
+    grid.SelectedRow = 3;
+    for (int again = 0; again < 2; ++again) { // a second sort of a column doesn't reverse it
+        grid.Sort(1);
+        EXPECT_EQ(grid.CellText(1, 1) + grid.CellText(2, 1) + grid.CellText(3, 1), "AbB");
+        EXPECT_EQ(grid.CellText(1, 2) + grid.CellText(2, 2) + grid.CellText(3, 2), "213");
+        EXPECT_EQ(grid.SelectedRow, 3);
+    }
+    grid.RemoveRow(1);
+    EXPECT_EQ(grid.SelectedRow, 2);
+    EXPECT_EQ(grid.CellText(2, 2), "3");
+    grid.RemoveRow(2);
+    EXPECT_EQ(grid.SelectedRow, 0);
+    grid.RemoveRow(0);
+    grid.RemoveRow(9);
+    EXPECT_EQ(grid.RowCount(), 1);
+    EXPECT_EQ(grid.CellText(2, 1), "");
+    EXPECT_EQ(grid.CellText(1, 3), "");
+}
+
+TEST_F(WindowTest, ATreeLeavesOutWhatItCantCount) {
+    Tree tree;
+    for (int node = 0; node < 40000; ++node)
+        tree.AddCheckNode(0, "x");
+    EXPECT_EQ(tree.Nodes().Count(), 32767);
+}
+
+TEST_F(WindowTest, TimersTickOnceAPassAndRefuseSenselessIntervals) {
+    Form7.Load();
+    Timer& timer = Form7->Timer1;
+    int ticks = 0;
+    timer.Tick = [&] { ++ticks; };
+    EXPECT_FALSE(timer.SetInterval(0));
+    EXPECT_FALSE(timer.SetInterval(-5));
+    EXPECT_EQ(timer.Interval(), 300);
+    timer.Enable();
+    machine.Clock.Advance(299);
+    machine.Windows.PumpEvents();
+    EXPECT_EQ(ticks, 0);
+    machine.Clock.Advance(5000); // many intervals late: the missed ticks are not made up
+    machine.Windows.PumpEvents();
+    machine.Windows.PumpEvents();
+    EXPECT_EQ(ticks, 1);
+    timer.Disable();
+    machine.Clock.Advance(5000);
+    machine.Windows.PumpEvents();
+    EXPECT_EQ(ticks, 1);
+    timer.Enable(); // counts from zero
+    machine.Windows.PumpEvents();
+    EXPECT_EQ(ticks, 1);
+}
+
+TEST_F(WindowTest, AWindowOutlivesTheHandlerThatUnloadsIt) {
+    Form9.Show();
+    tarnwick::Favorites::SplashDone = true;
+    Form9Window& about = *Form9;
+    std::string seen;
+    about.Label10.Click = [&] {
+        about.Unload();
+        seen = about.Label3.Caption;
+    };
+    about.Raise(about.Label10.Click);
+    EXPECT_EQ(seen, "Tarnwick");
+    EXPECT_FALSE(Form9.IsLoaded());
+}
+
+// What a keyboard and a screen reader rely on, over every window.
+TEST_F(WindowTest, EveryWindowIsWhole) {
+    WindowSlot* slots[] = {&Form1, &Form2, &Form3, &Form4, &Form5, &Form6, &Form7, &Form9};
+    std::set<std::string> titles;
+    for (WindowSlot* slot : slots) {
+        const Window& window = slot->Load();
+        SCOPED_TRACE(window.Name);
+        EXPECT_TRUE(titles.insert(window.Title).second) << "two windows of one title";
+        std::set<std::string> names;
+        std::set<int> places;
+        std::set<char> keys;
+        int defaults = 0;
+        for (const Control* control : window.Controls) {
+            SCOPED_TRACE(control->Name);
+            EXPECT_TRUE(names.insert(control->Name).second);
+            EXPECT_TRUE(control->TabIndex < 0 || places.insert(control->TabIndex).second);
+            const Rect& place = control->Place;
+            const Rect room = control->Container == nullptr ? Rect{0, 0, window.ClientWidth, window.ClientHeight}
+                                                            : control->Container->Place;
+            if (slot != &Form2) {
+                EXPECT_LE(place.Left + place.Width, room.Width);
+                EXPECT_LE(place.Top + place.Height, room.Height);
+            }
+            const std::size_t ampersand = control->Caption.find('&');
+            if (control->Kind == ControlKind::CommandButton) {
+                ASSERT_NE(ampersand, std::string::npos);
+                EXPECT_TRUE(keys.insert(static_cast<char>(std::tolower(control->Caption[ampersand + 1]))).second);
+                defaults += static_cast<const CommandButton*>(control)->Default ? 1 : 0;
+            }
+            const bool hasNoText = control->Kind == ControlKind::Grid || control->Kind == ControlKind::Tree ||
+                                   control->Kind == ControlKind::TextBox;
+            EXPECT_EQ(hasNoText && control->AccessibleName.empty(), false);
+        }
+        EXPECT_EQ(defaults, slot == &Form2 || slot == &Form9 ? 0 : 1);
+    }
+}
+
+} // namespace
+} // namespace tarnwick
