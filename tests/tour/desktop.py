@@ -15,6 +15,7 @@ from gi.repository import Atspi, GLib  # noqa: E402
 
 PATIENCE_S = 30
 SCREEN = (1024, 768)
+VISIBLE_COLUMNS = 4  # of both grids
 
 
 class Failure(Exception):
@@ -54,7 +55,7 @@ class Desktop:
         reading, writing = os.pipe()
         size = f"{SCREEN[0]}x{SCREEN[1]}x24"
         self.server = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(writing), "-screen", "0", size, "-dpi", "96", "-nolisten", "tcp"],
+            ["Xvfb", "-displayfd", str(writing), "-screen", "0", size, "-dpi", "96", "-nolisten", "tcp", "-noreset"],
             pass_fds=[writing], stderr=subprocess.DEVNULL)
         os.close(writing)
         with os.fdopen(reading) as answer:
@@ -176,8 +177,7 @@ class Program:
         grid = self.grid(window)
         grid.clear_cache()
         table = grid.get_table_iface()
-        columns = len(self.headers(grid))
-        return [[table.get_accessible_at(row, column).get_name() for column in range(columns)]
+        return [tuple(table.get_accessible_at(row, column).get_name() for column in range(VISIBLE_COLUMNS))
                 for row in range(table.get_n_rows())]
 
     def headers(self, grid):

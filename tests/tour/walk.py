@@ -406,7 +406,7 @@ class Walk:
         window = self.enter_duplicates()
         program.press(window, "Start")
         program.find(window, "push button", "Finish")
-        expect("the pairs", [tuple(row) for row in program.rows(window)], PAIRS)
+        expect("the pairs", program.rows(window), PAIRS)
         self.album.take("duplicates-rows")
         self.open_menu(window, self.row_of(window, "Release notes (mirror)"))
         names = program.reach("Remove Link 1")
