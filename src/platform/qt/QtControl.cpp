@@ -68,8 +68,8 @@ void QtControl::ShowColors() const {
         colors.setColor(group, QPalette::WindowText, text);
         colors.setColor(group, QPalette::Text, text);
     }
-    colors.setColor(QPalette::Window, ground);
-    colors.setColor(QPalette::Base, ground);
+    // A box for text or a list has its ground inside; the box of a check box keeps its own.
+    colors.setColor(DefaultBackColor() == ColorRole::WindowBackground ? QPalette::Base : QPalette::Window, ground);
     widget_.setPalette(colors);
     widget_.setAutoFillBackground(ground.alpha() != 0);
 }

@@ -26,6 +26,7 @@ QtTree::QtTree(TreeControl& tree, QWidget& parent, QtWindow& window)
     view_.header()->setStretchLastSection(false);
     view_.header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     view_.setUniformRowHeights(true);
+    view_.setSelectionBehavior(QAbstractItemView::SelectItems); // a selected node's check box stays readable
     view_.setIndentation(Indentation);
     view_.setContextMenuPolicy(Qt::PreventContextMenu);
     QObject::connect(&view_, &QTreeWidget::itemChanged, &window, [this](QTreeWidgetItem* item) { TakeCheck(*item); });
