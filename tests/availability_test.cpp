@@ -367,18 +367,26 @@ TEST_F(RunTest, AStopBeforeTheFirstLinkIsHarmless) {
 }
 
 TEST_F(RunTest, AClickBehindTheStopDoesntReviveTheRun) {
-    AtTheSilentLink([&] {
-        Click(Form4->Command1);
-        Click(Form4->Command1); // "&Report", with the run's frames still on the stack
+    for (const bool findings : {true, false}) {
+        machine.Favorites.AddShortcut("1.url", findings ? "http://gone/" : "ftp://passed/");
+        machine.Favorites.Read.clear();
+        AtTheSilentLink([&] {
+            Click(Form4->Command1);
+            EXPECT_EQ(Form4->Command1.Caption, findings ? "&Report" : "&Finish");
+            Click(Form4->Command1); // with the run's frames still on the stack
+            EXPECT_TRUE(Form4->IsVisible());
+            EXPECT_TRUE(Form4->StopRequested);
+            machine.Windows.InPass(1, [&] { Click(Form4->Command1); });
+        });
+        CheckNodes({Root});
+        EXPECT_EQ(machine.Favorites.Read.size(), 2U);
         EXPECT_TRUE(Form4->IsVisible());
-        EXPECT_TRUE(Form4->StopRequested);
-        machine.Windows.InPass(1, [&] { Click(Form4->Command1); });
-    });
-    CheckNodes({Root});
-    EXPECT_EQ(machine.Favorites.Read.size(), 2U);
-    EXPECT_TRUE(Form4->IsVisible());
-    Click(Form4->Command1); // all frames have gone
-    EXPECT_TRUE(Form5->IsVisible());
+        Click(Form4->Command1); // all frames have gone
+        EXPECT_FALSE(Form4->IsVisible());
+        if (findings)
+            Click(Form5->Command1);
+        Form4.Unload();
+    }
 }
 
 // A stop, a time-out and a reply of one pass: the first one ends the link.
@@ -429,10 +437,11 @@ TEST_F(RunTest, AClosedWindowsRunEndsAndANewOneStartsAtOnce) {
         SCOPED_TRACE(state);
         machine.Sockets.Hosts["silent"].NeverStands = state == "connecting";
         machine.Favorites.Read.clear();
+        std::shared_ptr<Form4Window> old;
         const std::function<void()> closeAndRunAgain = [&] {
             if (state == "half a reply")
                 machine.Sockets.Deliver("HTTP/1.0 4"); // still queued at the close
-            const std::shared_ptr<Window> old = Form4->shared_from_this();
+            old = std::static_pointer_cast<Form4Window>(Form4->shared_from_this());
             machine.Favorites.LoseFile("2.url");
             Form4->Unload();
             EXPECT_TRUE(machine.Sockets.OpenNumbers.empty());
@@ -460,7 +469,8 @@ TEST_F(RunTest, AClosedWindowsRunEndsAndANewOneStartsAtOnce) {
             machine.Windows.InPass(1, poll);
             CheckNodes({Root});
         }
-        // The old run has fallen through and has written nothing into the new window or its report.
+        // The old run has fallen through and has written nothing, neither into the new window nor into the old one.
+        EXPECT_EQ(old->Command1.Caption, "&Stop");
         EXPECT_EQ(Form4->Command1.Caption, "&Report");
         EXPECT_EQ(Form5->Grid1.RowCount(), 2);
         ExpectAtRest();

@@ -113,7 +113,9 @@ TEST_F(DuplicatesTest, AClosedCheckTouchesNothingAndANewOneStartsAtOnce) {
         for (int pass = 1; pass <= 9; ++pass) {
             SCOPED_TRACE(pass);
             OpenCheck();
-            const std::shared_ptr<Window> old = Form7->shared_from_this();
+            const auto old = std::static_pointer_cast<Form7Window>(Form7->shared_from_this());
+            int rows = -1;
+            std::string detail;
             machine.Windows.InPass(pass, [&] {
                 if (finish) {
                     Click(Form7->Command1);
@@ -123,6 +125,8 @@ TEST_F(DuplicatesTest, AClosedCheckTouchesNothingAndANewOneStartsAtOnce) {
                 }
                 EXPECT_FALSE(old->IsLoaded());
                 EXPECT_TRUE(Form3->IsVisible());
+                rows = old->Grid1.RowCount();
+                detail = old->Label2.Caption;
                 Choose(Form3->Option2);
                 Click(Form3->Command1);
                 Run();
@@ -133,6 +137,8 @@ TEST_F(DuplicatesTest, AClosedCheckTouchesNothingAndANewOneStartsAtOnce) {
                 machine.Windows.WaitForEvents();
             EXPECT_NE(&*Form7, old.get());
             EXPECT_EQ(Pairs().size(), 3U) << "the old run has added nothing";
+            EXPECT_EQ(old->Grid1.RowCount(), rows) << "nor has it gone on by itself";
+            EXPECT_EQ(old->Label2.Caption, detail);
             EXPECT_FALSE(Form7->Frame1.Visible);
             EXPECT_EQ(machine.Favorites.OpenListings(), 0);
             Form7.Unload();

@@ -31,8 +31,7 @@ void Form7Window::Start() {
     Label2.Visible = true;
     List1.emplace_back(RootEntry);
     ListFolders();
-    if (IsLoaded())
-        Timer1.Enable();
+    Timer1.Enable();
 }
 
 void Form7Window::ListFolders() {
