@@ -1,0 +1,117 @@
+#include "platform/win32/Win32Control.h"
+
+#include "platform/win32/Win32Accessible.h"
+#include "platform/win32/Win32Buttons.h"
+#include "platform/win32/Win32Form.h"
+#include "platform/win32/Win32Grid.h"
+#include "platform/win32/Win32Look.h"
+#include "platform/win32/Win32Statics.h"
+#include "platform/win32/Win32Text.h"
+#include "platform/win32/Win32TextBox.h"
+#include "platform/win32/Win32Tree.h"
+
+#include <windows.h>
+
+namespace tarnwick {
+
+std::unique_ptr<Win32Control> Win32Control::Make(Win32Form& form, Control& model, HWND__* parent, int number) {
+    switch (model.Kind) {
+    case ControlKind::Label:
+        return std::make_unique<Win32Label>(form, static_cast<Label&>(model), parent, number);
+    case ControlKind::CommandButton:
+        return std::make_unique<Win32CommandButton>(form, static_cast<CommandButton&>(model), parent, number);
+    case ControlKind::CheckBox:
+        return std::make_unique<Win32CheckBox>(form, static_cast<CheckBox&>(model), parent, number);
+    case ControlKind::OptionButton:
+        return std::make_unique<Win32OptionButton>(form, static_cast<OptionButton&>(model), parent, number);
+    case ControlKind::TextBox:
+        return std::make_unique<Win32TextBox>(form, static_cast<TextBox&>(model), parent, number);
+    case ControlKind::Frame:
+        return std::make_unique<Win32Frame>(form, static_cast<Frame&>(model), parent, number);
+    case ControlKind::PictureBox:
+        return std::make_unique<Win32Picture>(form, static_cast<PictureBox&>(model), parent, number);
+    case ControlKind::Grid:
+        return std::make_unique<Win32Grid>(form, static_cast<GridControl&>(model), parent, number);
+    case ControlKind::Tree:
+        return std::make_unique<Win32Tree>(form, static_cast<TreeControl&>(model), parent, number);
+    case ControlKind::Line:
+    case ControlKind::Shape:
+        break;
+    }
+    return nullptr;
+}
+
+Win32Control::Win32Control(Win32Form& form, Control& model, HWND__* parent, int number, const Type& type)
+    : form_(form), model_(model), foreColor_(model.ForeColor), backColor_(model.BackColor) {
+    real_ =
+        CreateWindowExW(type.ExtendedStyle, type.Class, nullptr, type.Style | WS_CHILD | WS_CLIPSIBLINGS, 0, 0, 0, 0,
+                        parent, reinterpret_cast<HMENU>(std::intptr_t{number}), GetModuleHandleW(nullptr), nullptr);
+    SetWindowLongPtrW(real_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    // A later control lies over an earlier one.
+    SetWindowPos(real_, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    SetAccessible(real_, model.AccessibleName, model.AccessibleDescription);
+}
+
+void Win32Control::Place(int dots) {
+    dots_ = dots;
+    // Both corners are rounded, so that what meets in twips meets in pixels.
+    const Rect& place = model_.Place;
+    const int left = PixelsOf(place.Left, dots);
+    const int top = PixelsOf(place.Top, dots);
+    SetWindowPos(real_, nullptr, left, top, PixelsOf(place.Left + place.Width, dots) - left,
+                 PixelsOf(place.Top + place.Height, dots) - top, SWP_NOZORDER | SWP_NOACTIVATE);
+    SyncFont();
+    Scale(dots);
+}
+
+void Win32Control::SyncFont() {
+    font_ = model_.Font;
+    Send(WM_SETFONT, reinterpret_cast<WPARAM>(FontOf(font_, dots_)), TRUE);
+}
+
+void Win32Control::Sync() {
+    if (!(font_ == model_.Font))
+        SyncFont();
+    if (!(foreColor_ == model_.ForeColor && backColor_ == model_.BackColor)) {
+        foreColor_ = model_.ForeColor;
+        backColor_ = model_.BackColor;
+        InvalidateRect(real_, nullptr, TRUE);
+    }
+    SyncContent();
+    if (enabled_ != model_.Enabled) {
+        enabled_ = model_.Enabled;
+        EnableWindow(real_, enabled_);
+    }
+    if (const bool visible = ShallShow(); visible_ != visible) {
+        visible_ = visible;
+        ShowWindow(real_, visible ? SW_SHOWNA : SW_HIDE);
+    }
+}
+
+HBRUSH__* Win32Control::PrepareColors(HDC__* surface) const {
+    const auto isOwn = [](const Color& color) {
+        return color.Role != ColorRole::ControlDefault && color.Role != ColorRole::Transparent;
+    };
+    const Color behind = model_.Container != nullptr ? model_.Container->BackColor : form_.Model().BackColor;
+    const COLORREF back = ColorValue(isOwn(model_.BackColor) ? model_.BackColor : behind, ColorRole::ButtonFace);
+    SetTextColor(surface, ColorValue(model_.ForeColor, ColorRole::ButtonText));
+    SetBkColor(surface, back);
+    return BrushOf(back);
+}
+
+void Win32Control::ShowText(const std::string& text, bool literal) {
+    if (text_ == text)
+        return;
+    text_ = text;
+    SetWindowTextW(real_, (literal ? LiteralCaption(text) : SingleLineOf(text)).c_str());
+}
+
+std::intptr_t Win32Control::Send(unsigned message, std::uintptr_t first, std::intptr_t second) const {
+    return SendMessageW(real_, message, first, second);
+}
+
+void Win32Control::Post(std::intptr_t what) const {
+    PostMessageW(form_.Real(), Win32Form::ControlMessage, reinterpret_cast<WPARAM>(real_), what);
+}
+
+} // namespace tarnwick

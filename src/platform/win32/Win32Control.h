@@ -1,0 +1,83 @@
+#pragma once
+
+#include "platform/win32/Win32Handles.h"
+#include "window/Controls.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+struct tagNMHDR;
+
+namespace tarnwick {
+
+class Win32Form;
+
+// The real window of one control: made from the control's row, brought in line with its fields, and the source of its
+// events.
+class Win32Control {
+public:
+    // nullptr for kinds that the window itself paints.
+    static std::unique_ptr<Win32Control> Make(Win32Form& form, Control& model, HWND__* parent, int number);
+    virtual ~Win32Control() = default;
+    Win32Control(const Win32Control&) = delete;
+    Win32Control& operator=(const Win32Control&) = delete;
+
+    Control& Model() const { return model_; }
+    HWND__* Real() const { return real_; }
+
+    // Takes its place and its font at this number of dots per inch.
+    void Place(int dots);
+    void Sync();
+
+    // Sets the colours it paints in; the brush of its background.
+    HBRUSH__* PrepareColors(HDC__* surface) const;
+
+    virtual void OnCommand(unsigned /*notice*/) {}
+    virtual void OnNotify(tagNMHDR& /*notice*/) {}
+    // What it has posted to itself.
+    virtual void OnPosted(std::intptr_t /*what*/) {}
+    // Its access key, or a key that stands for a click on it.
+    virtual void Press() {}
+    // The menu key.
+    virtual void OpenMenuByKey() {}
+
+protected:
+    struct Type {
+        const wchar_t* Class;
+        unsigned long Style;
+        unsigned long ExtendedStyle = 0;
+    };
+    Win32Control(Win32Form& form, Control& model, HWND__* parent, int number, const Type& type);
+
+    // The text, value, rows... as they stand in the model.
+    virtual void SyncContent() = 0;
+    // What depends on the display beside place and font.
+    virtual void Scale(int /*dots*/) {}
+    virtual bool ShallShow() const { return model_.Visible; }
+
+    // Shows the text if the last one was another. `literal`: "&" is no access key.
+    void ShowText(const std::string& text, bool literal = false);
+    std::intptr_t Send(unsigned message, std::uintptr_t first = 0, std::intptr_t second = 0) const;
+    // A message to itself, handled from the message loop.
+    void Post(std::intptr_t what) const;
+    Win32Form& Form() const { return form_; }
+
+private:
+    void SyncFont();
+
+    Win32Form& form_;
+    Control& model_;
+    HWND__* real_ = nullptr;
+    int dots_ = 0;
+
+    // As last shown.
+    std::string text_;
+    tarnwick::Font font_;
+    Color foreColor_;
+    Color backColor_;
+    bool visible_ = false;
+    bool enabled_ = true;
+};
+
+} // namespace tarnwick

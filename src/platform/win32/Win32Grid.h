@@ -1,0 +1,37 @@
+#pragma once
+
+#include "platform/win32/Win32Control.h"
+
+#include <vector>
+
+struct _IMAGELIST;
+
+namespace tarnwick {
+
+// A list view that asks the model for each cell it paints, so that a million rows cost nothing.
+class Win32Grid final : public Win32Control {
+public:
+    Win32Grid(Win32Form& form, GridControl& model, HWND__* parent, int number);
+    ~Win32Grid() override;
+
+    void OnNotify(tagNMHDR& notice) override;
+    void OpenMenuByKey() override;
+    // The right button was released at this point of the grid.
+    void OpenMenuAt(int x, int y);
+
+private:
+    void SyncContent() override;
+    void Scale(int dots) override;
+    void ShowColumns();
+    void ShowSelection();
+
+    GridControl& grid_;
+    std::vector<int> columns_; // the model's number of each column that shows
+    std::size_t columnCount_ = 0;
+    std::uint64_t revision_ = 0;
+    int selectedRow_ = 0;
+    int dots_ = 0;
+    _IMAGELIST* rowSpacer_ = nullptr;
+};
+
+} // namespace tarnwick

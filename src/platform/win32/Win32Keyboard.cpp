@@ -1,0 +1,169 @@
+#include "platform/win32/Win32Keyboard.h"
+
+#include "platform/win32/Win32Geometry.h"
+#include "platform/win32/Win32Text.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <vector>
+
+namespace tarnwick {
+
+namespace {
+
+bool IsDown(int key) { return GetKeyState(key) < 0; }
+
+bool IsRepeat(const MSG& message) { return (message.lParam & (LPARAM{1} << 30)) != 0; }
+
+std::vector<Control*> InTabOrder(const Window& window) {
+    std::vector<Control*> stops;
+    std::ranges::copy_if(window.Controls, std::back_inserter(stops), [](const Control* c) { return c->TabIndex >= 0; });
+    std::ranges::stable_sort(stops, {}, &Control::TabIndex);
+    return stops;
+}
+
+bool IsStop(const Win32Form& form, const Control& control) {
+    const bool passed = control.Kind == ControlKind::OptionButton && !static_cast<const OptionButton&>(control).Value;
+    return !passed && CanHaveFocus(form, control);
+}
+
+// Focus rectangles show from the first key on that moves the focus.
+void ShowCues(const Win32Form& form, WORD what) {
+    SendMessageW(form.Real(), WM_CHANGEUISTATE, MAKEWPARAM(UIS_CLEAR, what), 0);
+}
+
+bool Tab(Win32Form& form) {
+    const Win32Control* focused = form.Focused();
+    if (Win32Control* next = NextStop(form, focused == nullptr ? nullptr : &focused->Model(), IsDown(VK_SHIFT))) {
+        ShowCues(form, UISF_HIDEFOCUS);
+        form.SetFocus(*next);
+        if (next->Model().Kind == ControlKind::TextBox)
+            SendMessageW(next->Real(), EM_SETSEL, 0, -1);
+    }
+    return true;
+}
+
+// Held down, it presses once: the next state of a button is not what the user wanted to press.
+bool Enter(Win32Form& form, const MSG& message) {
+    Win32Control* button = form.Focused();
+    if (button == nullptr || button->Model().Kind != ControlKind::CommandButton) {
+        const auto isDefault = [](const Control* control) {
+            return control->Kind == ControlKind::CommandButton && static_cast<const CommandButton*>(control)->Default;
+        };
+        const auto found = std::ranges::find_if(form.Model().Controls, isDefault);
+        button = found == form.Model().Controls.end() ? nullptr : form.Find(*found);
+    }
+    if (button != nullptr && !IsRepeat(message) && CanHaveFocus(form, button->Model()))
+        button->Press();
+    return true;
+}
+
+bool Arrow(Win32Form& form, bool backwards) {
+    const Win32Control* focused = form.Focused();
+    if (focused == nullptr || focused->Model().Kind != ControlKind::OptionButton)
+        return false;
+    std::vector<Control*> group = InTabOrder(form.Model());
+    std::erase_if(group, [&](const Control* control) {
+        return control->Kind != ControlKind::OptionButton || !CanHaveFocus(form, *control);
+    });
+    const auto own = std::ranges::find(group, &focused->Model());
+    if (own == group.end())
+        return true;
+    const auto count = static_cast<std::ptrdiff_t>(group.size());
+    const std::ptrdiff_t next = (own - group.begin() + (backwards ? count - 1 : 1)) % count;
+    Win32Control* target = form.Find(group[static_cast<std::size_t>(next)]);
+    ShowCues(form, UISF_HIDEFOCUS);
+    form.SetFocus(*target);
+    target->Press();
+    return true;
+}
+
+// The letter behind the first single "&", in upper case; 0: none.
+wchar_t AccessKey(const Control& control) {
+    if (control.Kind != ControlKind::CommandButton && control.Kind != ControlKind::CheckBox &&
+        control.Kind != ControlKind::OptionButton)
+        return 0;
+    const std::wstring caption = SingleLineOf(control.Caption);
+    for (std::size_t at = caption.find(L'&'); at != std::wstring::npos && at + 1 < caption.size();
+         at = caption.find(L'&', at + 2))
+        if (caption[at + 1] != L'&')
+            return static_cast<wchar_t>(reinterpret_cast<std::uintptr_t>(
+                CharUpperW(reinterpret_cast<wchar_t*>(static_cast<std::uintptr_t>(caption[at + 1])))));
+    return 0;
+}
+
+bool PressAccessKey(Win32Form& form, const MSG& message) {
+    const auto letter = static_cast<wchar_t>(
+        reinterpret_cast<std::uintptr_t>(CharUpperW(reinterpret_cast<wchar_t*>(message.wParam & 0xFFFF))));
+    for (const Control* control : form.Model().Controls) {
+        if (letter == 0 || AccessKey(*control) != letter || !CanHaveFocus(form, *control))
+            continue;
+        Win32Control* target = form.Find(control);
+        if (!IsRepeat(message)) {
+            form.SetFocus(*target);
+            target->Press();
+        }
+        return true;
+    }
+    return false;
+}
+
+bool OpenMenu(Win32Form& form) {
+    Win32Control* focused = form.Focused();
+    if (focused == nullptr || focused->Model().Kind != ControlKind::Grid)
+        return false;
+    focused->OpenMenuByKey();
+    return true;
+}
+
+bool HandleKeyDown(Win32Form& form, const MSG& message) {
+    switch (message.wParam) {
+    case VK_TAB:
+        return !IsDown(VK_CONTROL) && Tab(form);
+    case VK_RETURN:
+        return Enter(form, message);
+    case VK_LEFT:
+    case VK_UP:
+        return Arrow(form, true);
+    case VK_RIGHT:
+    case VK_DOWN:
+        return Arrow(form, false);
+    case VK_APPS:
+        return OpenMenu(form);
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+bool HandleKey(Win32Form& form, const tagMSG& message) {
+    switch (message.message) {
+    case WM_KEYDOWN:
+        return HandleKeyDown(form, message);
+    case WM_SYSKEYDOWN:
+        return message.wParam == VK_F10 && IsDown(VK_SHIFT) && OpenMenu(form);
+    case WM_SYSCHAR:
+        return PressAccessKey(form, message);
+    default:
+        return false;
+    }
+}
+
+bool CanHaveFocus(const Win32Form& form, const Control& control) {
+    return control.TabIndex >= 0 && IsReachable(form.Model(), control);
+}
+
+Win32Control* NextStop(const Win32Form& form, const Control* from, bool backwards) {
+    std::vector<Control*> stops = InTabOrder(form.Model());
+    if (backwards)
+        std::ranges::reverse(stops);
+    const auto own = std::ranges::find(stops, from);
+    if (own != stops.end())
+        std::ranges::rotate(stops, own + 1);
+    const auto next = std::ranges::find_if(stops, [&](const Control* control) { return IsStop(form, *control); });
+    return next == stops.end() ? nullptr : form.Find(*next);
+}
+
+} // namespace tarnwick

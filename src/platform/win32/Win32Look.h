@@ -1,0 +1,35 @@
+#pragma once
+
+// How the model's lengths, fonts, colours and pictures look on this system.
+
+#include "platform/win32/Win32Handles.h"
+#include "window/Controls.h"
+
+#include <cstdint>
+#include <string>
+
+namespace tarnwick {
+
+// Dots per inch of the display that a window is on.
+int DotsOf(HWND__* window);
+// Twips and 96ths of an inch to pixels.
+int PixelsOf(int twips, int dots);
+int ScaledPixels(int pixelsAt96, int dots);
+
+// Kept for the whole process; the fonts of a program are few.
+HFONT__* FontOf(const Font& font, int dots);
+
+// A colour as GDI takes it. `fallback` is the role that stands in for ControlDefault and for Transparent.
+std::uint32_t ColorValue(const Color& color, ColorRole fallback);
+// The brush of that colour, kept for the whole process.
+HBRUSH__* BrushOf(std::uint32_t color);
+
+// The picture among the program's resources, drawn to this size; nullptr when there is none. The caller deletes it.
+HBITMAP__* PictureOf(const std::string& name, int width, int height);
+// Gives a window its icon, or the system's own for an empty name.
+void SetIcon(HWND__* window, const std::string& name);
+
+// The size of a whole window whose client area has this size in pixels.
+void GrowToWindow(int& width, int& height, HWND__* window, int dots);
+
+} // namespace tarnwick

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/win32/Win32Clock.h"
+#include "platform/win32/Win32Files.h"
+#include "platform/win32/Win32Settings.h"
+#include "platform/win32/Win32Shell.h"
+#include "platform/win32/Win32Shortcuts.h"
+#include "platform/win32/Win32Sockets.h"
+#include "platform/win32/Win32Text.h"
+#include "platform/win32/Win32Windows.h"
+
+namespace tarnwick {
+
+// A whole machine, in use for as long as the object lives.
+struct Win32Platform {
+    Win32Platform() { UseServices(&All); }
+    ~Win32Platform() {
+        WindowSlot::DropAll();
+        UseServices(nullptr);
+    }
+    Win32Platform(const Win32Platform&) = delete;
+    Win32Platform& operator=(const Win32Platform&) = delete;
+
+    Win32Clock Clock;
+    Win32Files Files;
+    Win32Shortcuts Shortcuts;
+    Win32Settings Settings;
+    Win32Sockets Sockets;
+    Win32Windows Windows{Clock};
+    Win32Shell Shell;
+    Win32Text Text;
+    Services All{Files, Shortcuts, Settings, Sockets, Windows, Clock, Shell, Text};
+};
+
+} // namespace tarnwick

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/Services.h"
+
+#include <utility>
+
+namespace tarnwick {
+
+// Text values in the current user's registry, under Software\<application>\<section>.
+class Win32Settings final : public SettingsService {
+public:
+    // `root` is the key that stands in for Software.
+    explicit Win32Settings(std::string root = "Software") : root_(std::move(root)) {}
+
+    std::string Read(const std::string& application, const std::string& section, const std::string& key,
+                     const std::string& fallback) override;
+    bool Write(const std::string& application, const std::string& section, const std::string& key,
+               const std::string& value) override;
+
+private:
+    std::string PathOf(const std::string& application, const std::string& section) const;
+
+    const std::string root_;
+};
+
+} // namespace tarnwick

@@ -1,0 +1,127 @@
+#include "platform/win32/Win32Sockets.h"
+
+#include "platform/win32/Win32Handles.h"
+
+#include <winsock.h>
+
+#include <windows.h>
+
+#include <vector>
+
+namespace tarnwick {
+
+namespace {
+
+constexpr std::int32_t NameSize = 256; // bytes, the closing NUL included
+
+SOCKET SocketOf(SocketNumber number) { return static_cast<SOCKET>(number); }
+
+// Takes what is queued for a socket out of its window's queue; what is queued for others stays, in order.
+void Purge(HWND window, std::uint32_t message, SocketNumber socket) {
+    std::vector<MSG> others;
+    MSG queued;
+    while (PeekMessageW(&queued, window, message, message, PM_REMOVE | PM_QS_POSTMESSAGE))
+        if (queued.message == message && queued.wParam != SocketOf(socket))
+            others.push_back(queued);
+    for (const MSG& other : others)
+        PostMessageW(window, other.message, other.wParam, other.lParam);
+}
+
+} // namespace
+
+std::int32_t Win32Sockets::Startup(std::uint16_t version) {
+    WSADATA data;
+    return WSAStartup(version, &data);
+}
+
+std::int32_t Win32Sockets::Cleanup() { return WSACleanup(); }
+
+bool Win32Sockets::IsBlocking() { return WSAIsBlocking() != 0; }
+
+std::int32_t Win32Sockets::CancelBlockingCall() { return WSACancelBlockingCall(); }
+
+SocketNumber Win32Sockets::Open(std::int32_t family, std::int32_t type, std::int32_t protocol) {
+    const auto number = static_cast<SocketNumber>(socket(family, type, protocol));
+    if (number >= 0)
+        open_[number] = {};
+    return number;
+}
+
+std::int32_t Win32Sockets::SetOption(SocketNumber socket, std::int32_t level, std::int32_t option,
+                                     const LingerRecord& value) {
+    return setsockopt(SocketOf(socket), level, option, reinterpret_cast<const char*>(&value), sizeof value);
+}
+
+std::int32_t Win32Sockets::GetOption(SocketNumber socket, std::int32_t level, std::int32_t option, LingerRecord& value,
+                                     std::int32_t& length) {
+    int size = length;
+    const int result = getsockopt(SocketOf(socket), level, option, reinterpret_cast<char*>(&value), &size);
+    length = size;
+    return result;
+}
+
+std::int32_t Win32Sockets::AsyncSelect(SocketNumber socket, WindowHandle window, std::uint32_t message,
+                                       std::int32_t mask) {
+    const int result = WSAAsyncSelect(SocketOf(socket), WindowOf(window), message, mask);
+    if (result == 0)
+        open_[socket] = {window, message};
+    return result;
+}
+
+std::int32_t Win32Sockets::Connect(SocketNumber socket, const AddressRecord& address) {
+    static_assert(sizeof(AddressRecord) == sizeof(sockaddr));
+    return connect(SocketOf(socket), reinterpret_cast<const sockaddr*>(&address), sizeof address);
+}
+
+std::int32_t Win32Sockets::Send(SocketNumber socket, const std::string& bytes) {
+    return send(SocketOf(socket), bytes.data(), static_cast<int>(bytes.size()), 0);
+}
+
+std::int32_t Win32Sockets::Receive(SocketNumber socket, std::string& buffer) {
+    return recv(SocketOf(socket), buffer.data(), static_cast<int>(buffer.size()), 0);
+}
+
+// What was queued before the close would still arrive, and the next socket may get the same number. A number that is
+// not open here may be anything of the process.
+std::int32_t Win32Sockets::Close(SocketNumber socket) {
+    const auto found = open_.find(socket);
+    if (found == open_.end())
+        return SOCKET_ERROR;
+    const Selection selection = found->second;
+    open_.erase(found);
+    const HWND window = WindowOf(selection.Window);
+    if (window != nullptr)
+        WSAAsyncSelect(SocketOf(socket), window, 0, 0);
+    const int result = closesocket(SocketOf(socket));
+    if (window != nullptr)
+        Purge(window, selection.Message, socket);
+    return result;
+}
+
+std::uint16_t Win32Sockets::HostToNetwork(std::int32_t port) { return htons(static_cast<u_short>(port & 0xFFFF)); }
+
+std::uint32_t Win32Sockets::AddressFromText(const std::string& text) {
+    return static_cast<std::uint32_t>(inet_addr(text.c_str()));
+}
+
+std::string Win32Sockets::AddressOfHost(const std::string& name) {
+    const hostent* host = gethostbyname(name.c_str());
+    if (host == nullptr || host->h_addr_list[0] == nullptr)
+        return {};
+    return {host->h_addr_list[0], static_cast<std::size_t>(host->h_length)};
+}
+
+std::string Win32Sockets::NameOfHost(std::uint32_t address) {
+    const hostent* host = gethostbyaddr(reinterpret_cast<const char*>(&address), sizeof address, AF_INET);
+    return host == nullptr || host->h_name == nullptr ? std::string() : host->h_name;
+}
+
+std::int32_t Win32Sockets::LocalName(std::string& name) {
+    std::string buffer(NameSize, '\0');
+    const int result = gethostname(buffer.data(), NameSize);
+    if (result == 0)
+        name = buffer.substr(0, buffer.find('\0'));
+    return result;
+}
+
+} // namespace tarnwick

@@ -1,0 +1,93 @@
+#include "platform/win32/Win32Statics.h"
+
+#include "platform/win32/Win32Form.h"
+#include "platform/win32/Win32Look.h"
+#include "platform/win32/Win32Text.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+namespace tarnwick {
+
+namespace {
+
+DWORD LabelStyle(const Label& label) {
+    const DWORD alignment = label.Alignment == Alignment::Center ? SS_CENTER : SS_LEFT;
+    return SS_NOPREFIX | alignment | (label.WordWrap ? 0U : SS_ENDELLIPSIS);
+}
+
+// The system's group box is a window over the others that paints no ground and lets clicks through; a frame does both,
+// and hands on what its controls tell.
+LRESULT CALLBACK FrameProcedure(HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR /*number*/,
+                                DWORD_PTR control) {
+    switch (message) {
+    case WM_COMMAND:
+    case WM_NOTIFY:
+    case WM_CTLCOLORBTN:
+    case WM_CTLCOLOREDIT:
+    case WM_CTLCOLORSTATIC:
+        return SendMessageW(GetParent(window), message, first, second);
+    case WM_NCHITTEST:
+        return HTCLIENT;
+    case WM_ERASEBKGND: {
+        const auto surface = reinterpret_cast<HDC>(first);
+        RECT area;
+        GetClientRect(window, &area);
+        FillRect(surface, &area, reinterpret_cast<Win32Control*>(control)->PrepareColors(surface));
+        return TRUE;
+    }
+    default:
+        return DefSubclassProc(window, message, first, second);
+    }
+}
+
+} // namespace
+
+Win32Label::Win32Label(Win32Form& form, Label& model, HWND__* parent, int number)
+    : Win32Control(form, model, parent, number, {L"STATIC", LabelStyle(model)}), label_(model) {}
+
+void Win32Label::SyncContent() {
+    if (lines_ == label_.Caption)
+        return;
+    lines_ = label_.Caption;
+    SetWindowTextW(Real(), (label_.WordWrap ? LinesOf(lines_) : SingleLineOf(lines_)).c_str());
+}
+
+bool Win32Label::ShallShow() const {
+    return label_.Visible && !(label_.Caption.empty() && label_.BackColor.Role == ColorRole::Transparent);
+}
+
+Win32Frame::Win32Frame(Win32Form& form, Frame& model, HWND__* parent, int number)
+    : Win32Control(form, model, parent, number, {L"BUTTON", BS_GROUPBOX | WS_CLIPCHILDREN}) {
+    SetWindowSubclass(Real(), FrameProcedure, 0, reinterpret_cast<DWORD_PTR>(static_cast<Win32Control*>(this)));
+}
+
+Win32Picture::Win32Picture(Win32Form& form, PictureBox& model, HWND__* parent, int number)
+    : Win32Control(form, model, parent, number, {L"STATIC", SS_BITMAP | SS_CENTERIMAGE | WS_BORDER}), picture_(model) {}
+
+Win32Picture::~Win32Picture() {
+    if (bitmap_ != nullptr)
+        DeleteObject(bitmap_);
+}
+
+void Win32Picture::SyncContent() {
+    if (shown_ == picture_.Picture)
+        return;
+    shown_ = picture_.Picture;
+    Scale(0);
+}
+
+void Win32Picture::Scale(int /*dots*/) {
+    if (shown_.empty())
+        return;
+    RECT area;
+    GetClientRect(Real(), &area);
+    HBITMAP bitmap = PictureOf(shown_, area.right, area.bottom);
+    Send(STM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(bitmap));
+    if (bitmap_ != nullptr)
+        DeleteObject(bitmap_);
+    bitmap_ = bitmap;
+}
+
+} // namespace tarnwick

@@ -1,0 +1,46 @@
+#pragma once
+
+// The controls that only show something.
+
+#include "platform/win32/Win32Control.h"
+
+namespace tarnwick {
+
+class Win32Label final : public Win32Control {
+public:
+    Win32Label(Win32Form& form, Label& model, HWND__* parent, int number);
+
+private:
+    void SyncContent() override;
+    // A label that shows nothing must not hide what it lies over.
+    bool ShallShow() const override;
+
+    Label& label_;
+    std::string lines_;
+};
+
+// Holds other controls and hides what it lies over.
+class Win32Frame final : public Win32Control {
+public:
+    Win32Frame(Win32Form& form, Frame& model, HWND__* parent, int number);
+
+private:
+    void SyncContent() override { ShowText(Model().Caption, true); }
+};
+
+class Win32Picture final : public Win32Control {
+public:
+    Win32Picture(Win32Form& form, PictureBox& model, HWND__* parent, int number);
+    ~Win32Picture() override;
+
+private:
+    void SyncContent() override;
+    void Scale(int dots) override;
+    bool ShallShow() const override { return picture_.Visible && !picture_.Picture.empty(); }
+
+    PictureBox& picture_;
+    std::string shown_;
+    HBITMAP__* bitmap_ = nullptr;
+};
+
+} // namespace tarnwick

@@ -1,0 +1,39 @@
+#include "platform/win32/Win32TextBox.h"
+
+#include "platform/win32/Win32Form.h"
+#include "platform/win32/Win32Text.h"
+
+#include <windows.h>
+
+namespace tarnwick {
+
+Win32TextBox::Win32TextBox(Win32Form& form, TextBox& model, HWND__* parent, int number)
+    : Win32Control(form, model, parent, number,
+                   {L"EDIT",
+                    DWORD{ES_AUTOHSCROLL} | (model.Alignment == Alignment::Center ? DWORD{ES_CENTER} : DWORD{ES_LEFT}),
+                    WS_EX_CLIENTEDGE}),
+      box_(model) {
+    if (model.MaxLength > 0)
+        Send(EM_LIMITTEXT, static_cast<WPARAM>(model.MaxLength));
+}
+
+void Win32TextBox::OnCommand(unsigned notice) {
+    if (notice != EN_CHANGE || Form().IsEcho())
+        return;
+    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(Real())) + 1, L'\0');
+    text.resize(static_cast<std::size_t>(GetWindowTextW(Real(), text.data(), static_cast<int>(text.size()))));
+    box_.Text = shown_ = NarrowOf(text);
+}
+
+void Win32TextBox::SyncContent() {
+    if (shown_ != box_.Text) {
+        shown_ = box_.Text;
+        SetWindowTextW(Real(), SingleLineOf(shown_).c_str());
+    }
+    if (selectRevision_ != box_.SelectRevision) {
+        selectRevision_ = box_.SelectRevision;
+        Send(EM_SETSEL, 0, -1);
+    }
+}
+
+} // namespace tarnwick

@@ -1,0 +1,119 @@
+#include "platform/win32/Win32Tree.h"
+
+#include "platform/win32/Win32Form.h"
+#include "platform/win32/Win32Look.h"
+#include "platform/win32/Win32Text.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+namespace tarnwick {
+
+namespace {
+
+// The state image of a node: 0 none, 1 an empty box, 2 a ticked one.
+UINT StateOf(const Tree::Node& node) { return node.HasCheck ? (node.Check != 0 ? 2U : 1U) : 0U; }
+
+} // namespace
+
+Win32Tree::Win32Tree(Win32Form& form, TreeControl& model, HWND__* parent, int number)
+    : Win32Control(
+          form, model, parent, number,
+          {WC_TREEVIEWW, TVS_HASLINES | TVS_HASBUTTONS | TVS_DISABLEDRAGDROP | TVS_SHOWSELALWAYS, WS_EX_CLIENTEDGE}),
+      tree_(model) {
+    // The system takes this style only behind the making.
+    SetWindowLongPtrW(Real(), GWL_STYLE, GetWindowLongPtrW(Real(), GWL_STYLE) | TVS_CHECKBOXES);
+    Send(TVM_SETTEXTCOLOR, 0, static_cast<LPARAM>(ColorValue(model.ForeColor, ColorRole::ButtonText)));
+}
+
+// The tree changes a check behind these notices, so it is looked at a moment later.
+void Win32Tree::OnNotify(tagNMHDR& notice) {
+    if (notice.code == NM_CLICK || notice.code == NM_DBLCLK) {
+        const DWORD place = GetMessagePos();
+        TVHITTESTINFO hit = {};
+        hit.pt = {static_cast<short>(LOWORD(place)), static_cast<short>(HIWORD(place))};
+        ScreenToClient(Real(), &hit.pt);
+        TreeView_HitTest(Real(), &hit);
+        if ((hit.flags & TVHT_ONITEMSTATEICON) != 0)
+            Post(reinterpret_cast<LPARAM>(hit.hItem));
+    } else if (notice.code == TVN_KEYDOWN && reinterpret_cast<NMTVKEYDOWN&>(notice).wVKey == VK_SPACE) {
+        Post(reinterpret_cast<LPARAM>(TreeView_GetSelection(Real())));
+    }
+}
+
+void Win32Tree::OnPosted(std::intptr_t what) {
+    TVITEMW item = {};
+    item.mask = TVIF_PARAM;
+    item.hItem = reinterpret_cast<HTREEITEM>(what);
+    if (Send(TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item)) == FALSE)
+        return;
+    const int index = static_cast<int>(item.lParam);
+    const std::int32_t value = RealCheck(index);
+    if (!tree_.NodeAt(index).HasCheck) {
+        ShowCheck(index); // the space bar gives a heading a box
+    } else if (value != tree_.NodeCheck(index)) {
+        tree_.SetNodeCheck(index, value);
+        Form().Raise(tree_.Check, index, value);
+    }
+}
+
+std::int32_t Win32Tree::RealCheck(int index) const {
+    const auto state = Send(TVM_GETITEMSTATE, reinterpret_cast<WPARAM>(items_[static_cast<std::size_t>(index - 1)]),
+                            TVIS_STATEIMAGEMASK);
+    return (state >> 12) == 2 ? 1 : 0;
+}
+
+void Win32Tree::SyncContent() {
+    if (revision_ != tree_.Revision() && tree_.Finished()) {
+        revision_ = tree_.Revision();
+        checkRevision_ = tree_.CheckRevision();
+        ShowNodes();
+    }
+    if (checkRevision_ == tree_.CheckRevision())
+        return;
+    checkRevision_ = tree_.CheckRevision();
+    for (int index = 1; index <= static_cast<int>(items_.size()); ++index)
+        if (tree_.NodeAt(index).HasCheck && RealCheck(index) != tree_.NodeCheck(index))
+            ShowCheck(index);
+}
+
+void Win32Tree::ShowNodes() {
+    const int count = tree_.Nodes().Count();
+    Send(WM_SETREDRAW, FALSE);
+    Send(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(TVI_ROOT));
+    items_.clear();
+    lastBelow_.assign(static_cast<std::size_t>(count) + 1, nullptr);
+    for (int index = 1; index <= count; ++index)
+        AddNode(index);
+    for (HTREEITEM item : items_)
+        Send(TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(item));
+    Send(WM_SETREDRAW, TRUE);
+}
+
+void Win32Tree::AddNode(int index) {
+    const Tree::Node& node = tree_.NodeAt(index);
+    const auto parent = static_cast<std::size_t>(node.Parent);
+    std::wstring text = SingleLineOf(node.Text);
+    TVINSERTSTRUCTW row = {};
+    row.hParent = node.Parent == 0 ? TVI_ROOT : items_[parent - 1];
+    // Behind the last one by name: the system would look for it through all the others.
+    row.hInsertAfter = lastBelow_[parent] == nullptr ? TVI_FIRST : lastBelow_[parent];
+    row.item.mask = TVIF_TEXT | TVIF_PARAM;
+    row.item.pszText = text.data();
+    row.item.lParam = index;
+    items_.push_back(reinterpret_cast<HTREEITEM>(Send(TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&row))));
+    lastBelow_[parent] = items_.back();
+    ShowCheck(index);
+}
+
+void Win32Tree::ShowCheck(int index) {
+    TVITEMW item = {};
+    item.mask = TVIF_STATE;
+    item.hItem = items_[static_cast<std::size_t>(index - 1)];
+    item.stateMask = TVIS_STATEIMAGEMASK;
+    item.state = INDEXTOSTATEIMAGEMASK(StateOf(tree_.NodeAt(index)));
+    Send(TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+}
+
+} // namespace tarnwick

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "platform/win32/Win32Form.h"
+#include "platform/win32/Win32Procedures.h"
+#include "platform/win32/Win32Pump.h"
+
+#include <memory>
+#include <vector>
+
+namespace tarnwick {
+
+class Win32Windows final : public WindowService {
+public:
+    explicit Win32Windows(ClockService& clock);
+
+    // The event loop of the program; returns behind End().
+    void Run();
+    // The real window of a control that has been shown; nullptr when it has none.
+    HWND__* RealOf(const Window& window, const Control& control) const;
+
+    WindowHandle Open(Window& window) override;
+    void Show(Window& window) override;
+    void ShowModal(Window& window) override;
+    void Hide(Window& window) override;
+    void Discard(Window& window) override;
+    MessageAnswer ShowMessage(const std::string& text, const std::string& title, MessageIcon icon,
+                              MessageButtons buttons) override;
+    void PopUp(Menu& menu, Window& window) override;
+    PreviousProcedure InstallProcedure(WindowHandle window, WindowProcedure procedure) override;
+    void RestoreProcedure(WindowHandle window, PreviousProcedure previous) override;
+    std::int32_t CallProcedure(PreviousProcedure previous, WindowHandle window, std::uint32_t message,
+                               std::int32_t first, std::int32_t second) override;
+    void PumpEvents() override { pump_.PumpEvents(); }
+    void WaitForEvents() override { pump_.WaitForEvents(); }
+    void End() override;
+
+private:
+    void Sync();
+    bool Filter(const tagMSG& message);
+    Win32Form* FormOf(const Window& window) const;
+    // The window that the user works with: the last one shown that no modal one stands before.
+    Win32Form* Front() const;
+    bool IsBlocked(const Win32Form& form) const;
+
+    MessageLoop loop_; // its timers; messages and procedures are the system's
+    Win32Procedures procedures_;
+    Win32Pump pump_;
+    std::vector<std::unique_ptr<Win32Form>> forms_; // of the loaded windows
+    std::vector<std::unique_ptr<Win32Form>> gone_;  // unloaded while a handler may still be on the stack
+    std::vector<const Window*> modals_;             // the last one stands in front
+};
+
+} // namespace tarnwick
