@@ -1,0 +1,18 @@
+#pragma once
+
+namespace tarnwick::bench {
+
+// Each runs in a process of its own, so that one's memory and windows don't weigh on another's figures.
+void Probe();
+void ProbeOnQt();
+void ProbeMemory();
+void Stop();
+void Walk();
+void Duplicates();
+void DuplicatesOnQt();
+void ManyRows();
+void Start();
+void StartBare(); // what Start() starts to have a floor
+void StartSplash();
+
+} // namespace tarnwick::bench
