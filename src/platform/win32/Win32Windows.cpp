@@ -91,7 +91,10 @@ void Win32Windows::Discard(Window& window) {
     (*found)->KeepModel();
     gone_.push_back(std::move(*found));
     forms_.erase(found);
-    pump_.Changed();
+    if (pump_.Idle())
+        pump_.SyncNow();
+    else
+        pump_.Changed();
 }
 
 bool Win32Windows::IsBlocked(const Win32Form& form) const {
