@@ -4,6 +4,7 @@
 #include "window/Window.h"
 
 #include <cstdint>
+#include <deque>
 #include <string>
 #include <vector>
 
@@ -28,11 +29,11 @@ public:
     static constexpr std::size_t List1Capacity = 32767;
     std::vector<std::string> List1;
 
-    // One entry a shortcut, in step with each other.
-    std::vector<std::string> szLinks;
-    std::vector<std::string> szFolders;
-    std::vector<std::string> szNames;
-    std::vector<std::string> szFiles;
+    // One entry a shortcut, in step with each other. Deques: they grow without room for as many again.
+    std::deque<std::string> szLinks;
+    std::deque<std::string> szFolders;
+    std::deque<std::string> szNames;
+    std::deque<std::string> szFiles;
 
     Flag bCanceled;
 

@@ -121,6 +121,8 @@ void PosixSockets::Post(SocketNumber number, const Socket& socket, std::int32_t 
 }
 
 void PosixSockets::Collect() {
+    if (sockets_.empty())
+        return; // a walk that meets no link pumps for each file: it asks the system nothing
     std::array<epoll_event, 16> events = {};
     const int count = epoll_wait(epoll_, events.data(), static_cast<int>(events.size()), 0);
     for (int i = 0; i < count; ++i)
