@@ -34,30 +34,18 @@ bool IsDotName(const std::string& name) { return name == "." || name == ".."; }
 void Form4Window::ScanFolder(std::string szMainPath, std::string szShow) {
     if (StopRequested || szShow.empty())
         return;
-    ListingHandle find = 0;
-    std::string name = Favorites::FindFirst(szMainPath + "*.url", find);
-    if (name.empty())
-        return;
-    const auto scan = [&] {
+    const auto scan = [&](const std::string& name) {
         if (IsDotName(name))
             return;
         CurrentLink.FolderShown = szShow;
         Label5.Caption = szShow;
         ScanFile(szMainPath, name);
     };
-    scan();
-    for (;;) {
-        services().Windows.PumpEvents();
-        if (StopRequested) {
+    Favorites::WalkShortcuts(szMainPath, scan, [this] {
+        if (StopRequested)
             Form2->SOCKET->SOCKET_DISCONNECT(Form2->Handle());
-            break;
-        }
-        name = Favorites::FindNext(find);
-        if (name.empty())
-            break;
-        scan();
-    }
-    Favorites::FindEnd(find);
+        return static_cast<bool>(StopRequested);
+    });
 }
 
 void Form4Window::ScanFile(std::string szPath, std::string szFile) {

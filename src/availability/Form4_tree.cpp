@@ -13,21 +13,9 @@ void Form4Window::BuildTree() {
     Tree1.AddGroupNode("- Your Favorites -");
     Tree1.AddCheckNode(1, "- Favorites Root -");
 
-    const std::string path = Favorites::FavoritesRoot();
-    ListingHandle find = 0;
-    // The first name is the folder's own ".".
-    std::string name = Favorites::FindFirst(path + "*", find);
-    const bool opened = !name.empty();
     // One place stays free for the node behind the folders.
-    while (opened && Tree1.Nodes().Count() < Tree::NodeList::MaxCount - 1) {
-        name = Favorites::FindNext(find);
-        if (name.empty())
-            break;
-        if (Favorites::IsFolderCandidate(name))
-            Tree1.AddCheckNode(1, name, 0);
-    }
-    if (opened)
-        Favorites::FindEnd(find);
+    const auto hasRoom = [this] { return Tree1.Nodes().Count() < Tree::NodeList::MaxCount - 1; };
+    Favorites::ListFirstLevel(hasRoom, [this](const std::string& name) { Tree1.AddCheckNode(1, name, 0); });
     Tree1.AddCheckNode(0, "Scan subfolders", 1);
     Tree1.FinishNodes();
 }

@@ -35,20 +35,11 @@ void Form7Window::Start() {
 }
 
 void Form7Window::ListFolders() {
-    ListingHandle find = 0;
-    // The first name is the folder's own ".".
-    std::string name = Favorites::FindFirst(Favorites::FavoritesRoot() + "*", find);
-    if (name.empty())
-        return;
-    while (List1.size() < List1Capacity) {
+    const auto goOn = [this] {
         services().Windows.PumpEvents();
-        name = bCanceled ? std::string() : Favorites::FindNext(find);
-        if (name.empty())
-            break;
-        if (Favorites::IsFolderCandidate(name))
-            List1.push_back(name);
-    }
-    Favorites::FindEnd(find);
+        return !bCanceled && List1.size() < List1Capacity;
+    };
+    Favorites::ListFirstLevel(goOn, [this](const std::string& name) { List1.push_back(name); });
 }
 
 void Form7Window::Cancel() {
@@ -77,18 +68,9 @@ void Form7Window::Walk() {
 
 void Form7Window::ScanFolder(std::string szMainPath, std::string szShow) {
     currentFolder_ = szShow;
-    ListingHandle find = 0;
-    std::string name = Favorites::FindFirst(szMainPath + "*.url", find);
-    if (name.empty())
-        return;
-    while (!name.empty()) {
-        ScanFile(szMainPath, name);
-        services().Windows.PumpEvents();
-        if (bCanceled)
-            break;
-        name = Favorites::FindNext(find);
-    }
-    Favorites::FindEnd(find);
+    Favorites::WalkShortcuts(
+        szMainPath, [&](const std::string& name) { ScanFile(szMainPath, name); },
+        [this] { return static_cast<bool>(bCanceled); });
 }
 
 void Form7Window::ScanFile(std::string szPath, std::string szFile) {

@@ -5,8 +5,15 @@
 namespace tarnwick::Favorites {
 
 namespace {
+
 constexpr std::size_t MaxPath = 260; // the buffer that a Windows path call takes
+
+bool IsFolderCandidate(const std::string& name) {
+    const std::string upper = services().Text.Upper(name);
+    return upper.find(".URL") == std::string::npos && name != ".." && upper != "DESKTOP.INI";
 }
+
+} // namespace
 
 std::string SpecialFolderPath(WindowHandle /*window*/, std::int32_t folder) {
     if (folder != FavoritesFolderNumber)
@@ -33,9 +40,35 @@ std::string FindNext(ListingHandle lngFind) { return services().Files.StepListin
 
 void FindEnd(ListingHandle lngFind) { services().Files.CloseListing(lngFind); }
 
-bool IsFolderCandidate(const std::string& name) {
-    const std::string upper = services().Text.Upper(name);
-    return upper.find(".URL") == std::string::npos && name != ".." && upper != "DESKTOP.INI";
+void ListFirstLevel(const std::function<bool()>& goOn, const std::function<void(const std::string& name)>& take) {
+    ListingHandle find = 0;
+    // The first name is the folder's own ".".
+    if (FindFirst(FavoritesRoot() + "*", find).empty())
+        return;
+    while (goOn()) {
+        const std::string name = FindNext(find);
+        if (name.empty())
+            break;
+        if (IsFolderCandidate(name))
+            take(name);
+    }
+    FindEnd(find);
+}
+
+void WalkShortcuts(const std::string& szMainPath, const std::function<void(const std::string& name)>& take,
+                   const std::function<bool()>& stopped) {
+    ListingHandle find = 0;
+    std::string name = FindFirst(szMainPath + "*.url", find);
+    if (name.empty())
+        return;
+    while (!name.empty()) {
+        take(name);
+        services().Windows.PumpEvents();
+        if (stopped())
+            break;
+        name = FindNext(find);
+    }
+    FindEnd(find);
 }
 
 std::string UpperExtension(const std::string& name) {

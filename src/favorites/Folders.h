@@ -5,6 +5,7 @@
 #include "platform/Services.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
 namespace tarnwick::Favorites {
@@ -26,9 +27,15 @@ std::string FindFirst(const std::string& szPattern, ListingHandle& lngFind);
 std::string FindNext(ListingHandle lngFind);
 void FindEnd(ListingHandle lngFind);
 
-// What the first level of the Favorites folder offers as a folder: every name but "..", desktop.ini and what looks like
-// a shortcut. Files are not told apart from folders; a listing below them just finds nothing.
-bool IsFolderCandidate(const std::string& name);
+// Hands to `take` what the first level of the Favorites folder offers as a folder: every name but "..", desktop.ini and
+// what looks like a shortcut. Files are not told apart from folders; a listing below them just finds nothing. `goOn` is
+// asked before each name.
+void ListFirstLevel(const std::function<bool()>& goOn, const std::function<void(const std::string& name)>& take);
+
+// Hands the names of a folder's shortcuts to `take`, with one pump pass behind each, and ends early when `stopped` says
+// so after the pass. `szMainPath` ends with a backslash.
+void WalkShortcuts(const std::string& szMainPath, const std::function<void(const std::string& name)>& take,
+                   const std::function<bool()>& stopped);
 
 // The last four characters of `name`, upper-cased: its extension.
 std::string UpperExtension(const std::string& name);
