@@ -1,0 +1,434 @@
+#include "platform/qt/QtLook.h"
+#include "qt_support.h"
+
+#include <QAccessible>
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTableView>
+#include <QTreeWidget>
+
+#include <cstdlib>
+
+int main(int count, char** arguments) {
+    ::testing::InitGoogleTest(&count, arguments);
+    setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    QApplication application(count, arguments);
+    QApplication::setQuitOnLastWindowClosed(false);
+    tarnwick::UseClassicLook(application);
+    return RUN_ALL_TESTS();
+}
+
+namespace tarnwick {
+
+namespace {
+
+const std::string Markup = "<b>R&D</b>\t[*]\xFF";
+const QString MarkupShown = QStringLiteral("<b>R&D</b> [*]\uFFFD");
+
+QString Spoken(QWidget& widget, QAccessible::Text what = QAccessible::Name) {
+    return QAccessible::queryAccessibleInterface(&widget)->text(what);
+}
+
+using Log = std::vector<std::string>;
+
+} // namespace
+
+TEST_F(QtWindowsTest, ShowsEveryControlUnderItsNameAndInItsPlace) {
+    Sample->Check1.Visible = false;
+    Sample->Command2.Enabled = false;
+    ShowSample();
+    EXPECT_EQ(RealWindow("Sample")->size(), QSize(400, 400));
+    for (const Control* control : Sample->Controls) {
+        SCOPED_TRACE(control->Name);
+        auto& widget = RealOf<QWidget>(*control);
+        EXPECT_EQ(widget.isVisible(), control->Visible);
+        EXPECT_EQ(widget.isEnabled(), control->Enabled);
+        EXPECT_EQ(widget.pos(), QPoint(control->Place.Left / 15, control->Place.Top / 15));
+        EXPECT_EQ(widget.parentWidget()->objectName().toStdString(), control->Container ? "Frame1" : "Sample");
+    }
+}
+
+TEST_F(QtWindowsTest, ShowsDataAsPlainTextEverywhere) {
+    Sample->Label1.Caption = Markup;
+    Sample->Frame1.Caption = Markup;
+    Sample->Label1.ToolTip = "<b>bold</b>";
+    Sample->Title = Markup;
+    Sample->Text1.MaxLength = 0;
+    Sample->Text1.Text = Markup;
+    Sample->Grid1.SetCellText(1, 1, Markup);
+    Sample->Tree1.AddCheckNode(1, Markup);
+    ShowSample();
+
+    EXPECT_EQ(RealOf<QLabel>(Sample->Label1).textFormat(), Qt::PlainText);
+    EXPECT_EQ(Spoken(RealOf<QLabel>(Sample->Label1)), MarkupShown);
+    EXPECT_EQ(Spoken(RealOf<QGroupBox>(Sample->Frame1)), MarkupShown);
+    EXPECT_EQ(RealOf<QLineEdit>(Sample->Text1).text(), MarkupShown);
+    EXPECT_EQ(RealOf<QTableView>(Sample->Grid1).model()->index(0, 0).data().toString(), MarkupShown);
+    EXPECT_EQ(RealOf<QTreeWidget>(Sample->Tree1).topLevelItem(0)->child(2)->text(0), MarkupShown);
+    EXPECT_EQ(RealOf<QLabel>(Sample->Label1).toolTip(), QStringLiteral("<p>&lt;b&gt;bold&lt;/b&gt;</p>"));
+    EXPECT_EQ(RealWindow("Sample")->windowTitle(), QStringLiteral("<b>R&D</b> [*][*]\uFFFD"));
+}
+
+TEST_F(QtWindowsTest, BreaksLinesAtItsOwnLineEndsOnly) {
+    Sample->Label1.WordWrap = true;
+    Sample->Label1.Caption = "one\r\ntwo\nthree\rfour";
+    Sample->Label2.Caption = "one\r\ntwo";
+    ShowSample();
+    EXPECT_EQ(RealOf<QLabel>(Sample->Label1).text(), QStringLiteral("one\ntwo three four"));
+    EXPECT_EQ(RealOf<QLabel>(Sample->Label2).text(), QStringLiteral("one two"));
+}
+
+TEST_F(QtWindowsTest, ShowsMenuAndMessageTextsAsTheyAre) {
+    ShowSample();
+    MenuEntry entry;
+    entry.Caption = Markup;
+    Menu menu{"menu", "Menu", {&entry}};
+    QString shown;
+    Soon([&] {
+        shown = static_cast<QMenu*>(QApplication::activePopupWidget())->actions().first()->text();
+        QApplication::activePopupWidget()->close();
+    });
+    Machine.Windows.PopUp(menu, *Sample);
+    EXPECT_EQ(shown, QStringLiteral("<b>R&&D</b> [*]\uFFFD"));
+
+    const std::string unbroken(200, 'x');
+    Soon([&] {
+        auto* box = static_cast<QMessageBox*>(QApplication::activeModalWidget());
+        shown = box->text();
+        EXPECT_EQ(box->textFormat(), Qt::PlainText);
+        EXPECT_LT(box->width(), 1000);
+        box->reject();
+    });
+    Machine.Windows.ShowMessage("Name: " + Markup + "\r\n" + unbroken, "T", MessageIcon::Critical, MessageButtons::Ok);
+    EXPECT_EQ(shown.remove(QChar(0x200B)), "Name: " + MarkupShown + "\n" + QString::fromStdString(unbroken));
+}
+
+TEST_F(QtWindowsTest, ReadsWellToAScreenReader) {
+    Sample->Label2.Caption = "Connecting...";
+    ShowSample();
+    EXPECT_EQ(Spoken(RealOf<QLabel>(Sample->Label2)), QStringLiteral("Connecting..."));
+    EXPECT_EQ(Spoken(RealOf<QLabel>(Sample->Label2), QAccessible::Description), QStringLiteral("Status"));
+    EXPECT_EQ(Spoken(RealOf<QLineEdit>(Sample->Text1)), QStringLiteral("Seconds"));
+
+    QAccessibleInterface* grid = QAccessible::queryAccessibleInterface(&RealOf<QTableView>(Sample->Grid1));
+    EXPECT_EQ(grid->text(QAccessible::Name), QStringLiteral("Rows"));
+    ASSERT_NE(grid->tableInterface(), nullptr);
+    EXPECT_EQ(grid->tableInterface()->rowCount(), 3);
+    EXPECT_EQ(grid->tableInterface()->columnDescription(0), QStringLiteral("Name"));
+    EXPECT_EQ(grid->tableInterface()->cellAt(1, 0)->text(QAccessible::Name), QStringLiteral("b"));
+
+    QAccessibleInterface* tree = QAccessible::queryAccessibleInterface(&RealOf<QTreeWidget>(Sample->Tree1));
+    EXPECT_EQ(tree->text(QAccessible::Name), QStringLiteral("Folders"));
+    QAccessibleInterface* second = tree->tableInterface()->cellAt(2, 0);
+    EXPECT_EQ(second->text(QAccessible::Name), QStringLiteral("Second"));
+    EXPECT_TRUE(second->state().checkable);
+    EXPECT_TRUE(second->state().checked);
+}
+
+TEST_F(QtWindowsTest, RaisesWhatTheUserDoes) {
+    ShowSample();
+    SampleWindow& window = *Sample;
+
+    QTest::mouseClick(&RealOf<QPushButton>(window.Command2), Qt::LeftButton);
+    QTest::mouseClick(&RealOf<QLabel>(window.Label2), Qt::LeftButton);
+    QTest::mouseClick(&RealOf<QCheckBox>(window.Check1), Qt::LeftButton, {}, QPoint(5, 7));
+    QTest::mouseClick(&RealOf<QRadioButton>(window.Option2), Qt::LeftButton, {}, QPoint(5, 7));
+    EXPECT_EQ(window.Log, (Log{"Command2", "Label2", "Check1", "Option2"}));
+    EXPECT_EQ(window.Check1.Value, 1);
+    EXPECT_FALSE(window.Option1.Value);
+    EXPECT_TRUE(window.Option2.Value);
+    QTest::mouseClick(&RealOf<QRadioButton>(window.Option1), Qt::LeftButton, {}, QPoint(5, 7));
+    EXPECT_TRUE(window.Option1.Value);
+    EXPECT_FALSE(window.Option2.Value);
+
+    QTest::keyClicks(&RealOf<QLineEdit>(window.Text1), "123");
+    EXPECT_EQ(window.Text1.Text, "12");
+    window.Text1.SelectAll();
+    Machine.Windows.PumpEvents();
+    QTest::keyClicks(&RealOf<QLineEdit>(window.Text1), "9");
+    EXPECT_EQ(window.Text1.Text, "9");
+}
+
+TEST_F(QtWindowsTest, TakesTheKeyboard) {
+    ShowSample();
+    SampleWindow& window = *Sample;
+    auto& tree = RealOf<QTreeWidget>(window.Tree1);
+    auto& grid = RealOf<QTableView>(window.Grid1);
+
+    QTest::keyClick(&RealOf<QLineEdit>(window.Text1), Qt::Key_Return); // the default button
+    RealOf<QPushButton>(window.Command2).setFocus();
+    QTest::keyClick(&RealOf<QPushButton>(window.Command2), Qt::Key_Return);
+    QTest::keyClick(&tree, Qt::Key_Escape);
+    QTest::keyClick(&tree, Qt::Key_Down);
+    QTest::keyClick(&tree, Qt::Key_Space);
+    EXPECT_EQ(window.Log, (Log{"Command1", "Command2", "Check 2 1 1"})); // the field first, then the handler
+    EXPECT_NE(RealWindow("Sample"), nullptr);
+
+    window.Log.clear();
+    grid.setFocus();
+    QTest::keyClick(&grid, Qt::Key_Down);
+    EXPECT_EQ(window.Grid1.SelectedRow, 1);
+    QTest::keyClick(&grid, Qt::Key_Down);
+    EXPECT_EQ(window.Grid1.SelectedRow, 2);
+    QTest::keyClick(&grid, Qt::Key_Menu);
+    QTest::keyClick(&grid, Qt::Key_F10, Qt::ShiftModifier);
+    QTest::keyClick(&grid, Qt::Key_Return);
+    EXPECT_EQ(window.Log, (Log{"Button 2", "Button 2", "Command1"}));
+}
+
+TEST_F(QtWindowsTest, GoesThroughTheControlsInTabOrder) {
+    ShowSample();
+    QWidget* real = RealWindow("Sample");
+    Log order;
+    for (int step = 0; step < 7; ++step) {
+        order.push_back(real->focusWidget()->objectName().toStdString());
+        QTest::keyClick(real->focusWidget(), Qt::Key_Tab);
+    }
+    EXPECT_EQ(order, (Log{"Text1", "Command1", "Command2", "Grid1", "Tree1", "Check1", "Option1"}));
+}
+
+TEST_F(QtWindowsTest, RightButtonKeepsTheSelection) {
+    ShowSample();
+    SampleWindow& window = *Sample;
+    auto& grid = RealOf<QTableView>(window.Grid1);
+    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, QPoint(20, 5));
+    EXPECT_EQ(window.Grid1.SelectedRow, 1);
+    for (const QPoint place : {QPoint(20, 40), QPoint(390, 60)})
+        QTest::mouseClick(grid.viewport(), Qt::RightButton, {}, place);
+    EXPECT_EQ(window.Grid1.SelectedRow, 1);
+    EXPECT_EQ(grid.selectionModel()->selectedRows().first().row(), 0);
+    EXPECT_EQ(window.Log, (Log{"Button 1", "Button 2", "Button 2"}));
+}
+
+TEST_F(QtWindowsTest, SelectionStaysWithItsRow) {
+    ShowSample();
+    SampleWindow& window = *Sample;
+    auto& grid = RealOf<QTableView>(window.Grid1);
+    const auto selected = [&] {
+        Machine.Windows.Show(window);
+        const QModelIndexList rows = grid.selectionModel()->selectedRows();
+        return rows.isEmpty() ? "" : rows.first().data().toString().toStdString();
+    };
+    window.Grid1.SelectedRow = 1;
+    EXPECT_EQ(selected(), "c");
+    window.Grid1.Sort(1);
+    EXPECT_EQ(selected(), "c");
+    EXPECT_EQ(window.Grid1.SelectedRow, 3);
+    window.Grid1.RemoveRow(1);
+    EXPECT_EQ(selected(), "c");
+    EXPECT_EQ(grid.model()->rowCount(), 2);
+    window.Grid1.RemoveRow(2);
+    EXPECT_EQ(selected(), "");
+    EXPECT_EQ(window.Grid1.SelectedRow, 0);
+}
+
+TEST_F(QtWindowsTest, WritingFieldsIsNoInput) {
+    ShowSample();
+    SampleWindow& window = *Sample;
+    window.Check1.Value = 1;
+    window.Option2.Value = true;
+    window.Text1.Text = "12";
+    window.Tree1.SetNodeCheck(2, 1);
+    window.Grid1.SelectedRow = 2;
+    Machine.Windows.Show(window);
+    EXPECT_TRUE(RealOf<QCheckBox>(window.Check1).isChecked());
+    EXPECT_TRUE(RealOf<QRadioButton>(window.Option2).isChecked());
+    EXPECT_EQ(RealOf<QTreeWidget>(window.Tree1).topLevelItem(0)->child(0)->checkState(0), Qt::Checked);
+    EXPECT_EQ(window.Log, Log{});
+}
+
+TEST_F(QtWindowsTest, InputMeetsTheModelAsItIsNow) {
+    ShowSample();
+    SampleWindow& window = *Sample;
+    Machine.Windows.Show(window); // shown this moment: what changes now is not on the screen for a moment
+    window.Command1.Enabled = false;
+    QTest::mouseClick(&RealOf<QPushButton>(window.Command1), Qt::LeftButton);
+    EXPECT_EQ(window.Log, Log{});
+}
+
+TEST_F(QtWindowsTest, UnloadsFromItsOwnHandler) {
+    ShowSample();
+    const std::shared_ptr<Window> kept = Sample->shared_from_this();
+    auto& window = static_cast<SampleWindow&>(*kept);
+    window.Command1.Click = [&window, this] {
+        window.Unload();
+        window.Log.push_back(Sample.IsLoaded() ? "loaded" : "gone");
+    };
+    auto& other = RealOf<QPushButton>(window.Command2);
+    QTest::mouseClick(&RealOf<QPushButton>(window.Command1), Qt::LeftButton);
+    EXPECT_EQ(RealWindow("Sample"), nullptr);
+    other.click(); // the real window is there until Qt deletes it
+    EXPECT_EQ(window.Log, (Log{"gone"}));
+}
+
+TEST_F(QtWindowsTest, CloseBoxUnloadsOnce) {
+    int unloads = 0;
+    Sample->Unloading = [&] { ++unloads; };
+    ShowSample();
+    const std::shared_ptr<Window> kept = Sample->shared_from_this();
+    QWidget* real = RealWindow("Sample");
+    QCloseEvent close;
+    QCoreApplication::sendEvent(real, &close);
+    EXPECT_FALSE(close.isAccepted());
+    QCoreApplication::sendEvent(real, &close);
+    EXPECT_EQ(unloads, 1);
+    EXPECT_FALSE(Sample.IsLoaded());
+    EXPECT_EQ(RealWindow("Sample"), nullptr);
+}
+
+TEST_F(QtWindowsTest, ModalWindowBlocksItsCallerUntilItIsUnloaded) {
+    Other->Name = "Other";
+    Other->Command1.Click = [this] { Other->Unload(); };
+    Log& log = Sample->Log;
+    Sample->Command1.Click = [this, &log] {
+        Other.ShowModal();
+        log.push_back(Other.IsLoaded() ? "loaded" : "gone");
+    };
+    ShowSample();
+    Soon([&] {
+        EXPECT_EQ(QApplication::activeModalWidget(), RealWindow("Other"));
+        log.push_back("shown");
+        QTest::mouseClick(&Real<QPushButton>(*Other, Other->Command1), Qt::LeftButton);
+    });
+    QTest::mouseClick(&RealOf<QPushButton>(Sample->Command1), Qt::LeftButton);
+    EXPECT_EQ(log, (Log{"shown", "gone"}));
+}
+
+TEST_F(QtWindowsTest, EndLeavesEveryLoop) {
+    Other->Name = "Other";
+    Log& log = Sample->Log;
+    Sample->Command1.Click = [&] {
+        Other.ShowModal();
+        log.push_back("modal");
+        Machine.Windows.WaitForEvents(); // would sleep for ever
+        log.push_back("wait");
+    };
+    Sample->Timer1.Tick = [&] {
+        Sample->Timer1.Disable();
+        const MessageAnswer answer =
+            Machine.Windows.ShowMessage("?", "?", MessageIcon::Question, MessageButtons::YesNo);
+        log.push_back(answer == MessageAnswer::No ? "no" : "yes");
+    };
+    Sample->Timer2.Tick = [&] { Machine.Windows.End(); };
+    Sample->Timer1.SetInterval(1);
+    Sample->Timer1.Enable();
+    Sample->Timer2.SetInterval(30);
+    Sample->Timer2.Enable();
+    Sample.Show();
+    Soon([&] { RealOf<QPushButton>(Sample->Command1).click(); });
+    Machine.Windows.Run();
+    EXPECT_EQ(log, (Log{"no", "modal", "wait"}));
+    EXPECT_EQ(RealWindow("Sample"), nullptr);
+    EXPECT_EQ(RealWindow("Other"), nullptr);
+}
+
+// A tick that opens a message box must not keep the other ticks, nor its own next one, nor posted messages waiting.
+TEST_F(QtWindowsTest, TicksAndMessagesComeInNestedLoops) {
+    static int messages;
+    messages = 0;
+    Machine.Windows.InstallProcedure(Sample->Handle(), [](WindowHandle, std::uint32_t, std::int32_t, std::int32_t) {
+        ++messages;
+        return std::int32_t{0};
+    });
+    int ticks = 0;
+    Sample->Timer1.Tick = [&] {
+        ++ticks;
+        Machine.Loop.Post({Sample->Handle(), 1, 0, 0});
+        if (ticks == 1)
+            Machine.Windows.ShowMessage("box", "box", MessageIcon::Information, MessageButtons::Ok);
+        else if (ticks == 3)
+            QApplication::activeModalWidget()->close();
+    };
+    Sample->Timer1.SetInterval(1);
+    Sample->Timer1.Enable();
+    ShowSample();
+    while (ticks < 3)
+        Machine.Windows.WaitForEvents();
+    EXPECT_EQ(ticks, 3);
+    EXPECT_GE(messages, 2);
+}
+
+TEST_F(QtWindowsTest, WaitReturnsForEventsAndShowsWhatHasChanged) {
+    ShowSample();
+    SampleWindow& window = *Sample;
+    QString shown;
+    window.Timer1.Tick = [&] { shown = RealOf<QLabel>(window.Label1).text(); };
+    window.Timer1.SetInterval(100);
+    window.Timer1.Enable();
+    window.Label1.Caption = "new";
+    Machine.Windows.WaitForEvents(); // painting the label is no event
+    EXPECT_EQ(shown, QStringLiteral("new"));
+}
+
+TEST_F(QtWindowsTest, WaitReturnsForAClickAndForAPostedMessage) {
+    ShowSample();
+    Soon([&] { QTest::mouseClick(&RealOf<QPushButton>(Sample->Command1), Qt::LeftButton); });
+    Machine.Windows.WaitForEvents();
+    EXPECT_EQ(Sample->Log, (Log{"Command1"}));
+    Machine.Loop.Post({Sample->Handle(), 1, 0, 0});
+    Machine.Windows.WaitForEvents();
+    EXPECT_FALSE(Machine.Loop.HasMessages());
+}
+
+TEST_F(QtWindowsTest, AnswersOfAQuestion) {
+    struct Row {
+        Qt::Key Key;
+        Qt::KeyboardModifiers With;
+        MessageAnswer Answer;
+    };
+    ShowSample();
+    for (const Row& row : {Row{Qt::Key_Return, {}, MessageAnswer::No}, Row{Qt::Key_Escape, {}, MessageAnswer::No},
+                           Row{Qt::Key_Y, Qt::AltModifier, MessageAnswer::Yes}}) {
+        Soon([&row] {
+            auto* box = static_cast<QMessageBox*>(QApplication::activeModalWidget());
+            ASSERT_TRUE(QTest::qWaitForWindowActive(box)); // access keys are the active window's
+            QTest::keyClick(box, row.Key, row.With);
+        });
+        EXPECT_EQ(Machine.Windows.ShowMessage("?", "T", MessageIcon::Question, MessageButtons::YesNo), row.Answer)
+            << row.Key;
+    }
+}
+
+TEST_F(QtWindowsTest, MenuRaisesTheChosenEntryAndNeverAGreyedOne) {
+    ShowSample();
+    Log log;
+    MenuEntry first, line, greyed, last;
+    first.Caption = "first";
+    line.Separator = true;
+    greyed.Caption = "greyed";
+    greyed.Enabled = false;
+    last.Caption = "last";
+    first.Click = [&] { log.push_back("first"); };
+    greyed.Click = [&] { log.push_back("greyed"); };
+    last.Click = [&] { log.push_back(QApplication::activePopupWidget() == nullptr ? "last" : "last, menu open"); };
+    Menu menu{"menu", "Menu", {&first, &line, &greyed, &last}};
+    Soon([] {
+        for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Return})
+            QTest::keyClick(QApplication::activePopupWidget(), key);
+    });
+    Machine.Windows.PopUp(menu, *Sample);
+    EXPECT_EQ(log, (Log{"last"}));
+}
+
+TEST_F(QtWindowsTest, MouseMovesReachTheControlUnderTheMouseAlone) {
+    Sample->Label2.MouseMove = [this] { Sample->Log.push_back("label"); };
+    Sample->Frame1.MouseMove = [this] { Sample->Log.push_back("frame"); };
+    Sample->MouseMove = [this] { Sample->Log.push_back("window"); };
+    ShowSample();
+    for (QWidget* widget : {&RealOf<QWidget>(Sample->Label2), &RealOf<QWidget>(Sample->Text1),
+                            &RealOf<QWidget>(Sample->Frame1), RealWindow("Sample")}) {
+        const QPointF place(2, 2);
+        QMouseEvent move(QEvent::MouseMove, place, widget->mapToGlobal(place), Qt::NoButton, {}, {});
+        QCoreApplication::sendEvent(widget, &move);
+    }
+    EXPECT_EQ(Sample->Log, (Log{"label", "frame", "window"}));
+}
+
+} // namespace tarnwick
