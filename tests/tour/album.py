@@ -16,12 +16,13 @@ class Album:
                 if name.endswith(".png"):
                     os.remove(os.path.join(place, name))
 
-    def take(self, name):
+    def take(self, name, new=True):
+        """A picture of the screen as it is; one that is not new shows a window that has its own picture already."""
         self.count += 1
         path = os.path.join(self.folder, f"{self.count:02}-{name}.png")
         subprocess.run(["import", "-silent", "-window", "root", path], check=True)
         print(f"    {os.path.basename(path)}", flush=True)
-        if self.windows_folder:
+        if self.windows_folder and new:
             left, top, right, bottom = bounds()
             subprocess.run(["/usr/bin/convert", path, "-crop", f"{right - left}x{bottom - top}+{left}+{top}", "+repage",
                             "-strip", "-define", "png:compression-level=9",

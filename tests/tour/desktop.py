@@ -287,3 +287,9 @@ def popup():
                              ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height"))
         return None
     return wait("a pop-up menu", find)
+
+
+def pixels(x, y, width, height):
+    """What a part of the screen shows, as bytes that only compare."""
+    return subprocess.run(["import", "-silent", "-window", "root", "-crop", f"{width}x{height}+{x}+{y}", "rgb:-"],
+                          capture_output=True, check=True).stdout

@@ -7,7 +7,7 @@ import sys
 import time
 
 from album import Album
-from desktop import Atspi, Desktop, Failure, Program, has, popup, wait, xdotool
+from desktop import Atspi, Desktop, Failure, Program, has, pixels, popup, wait, xdotool
 
 ROOT = os.path.realpath(os.path.join(os.path.dirname(__file__), "..", ".."))
 HOME = os.environ["HOME"]
@@ -176,9 +176,20 @@ class Walk:
         program.press(window, "OK")
         self.answer("Tarnwick", "OK", "You must to choose at least one category to catch.",
                     picture="options-category-refused")
+        self.makers_link(window)
         program.press(window, "Cancel")
         program.gone(OPTIONS)
         expect("the settings after Cancel", open(SETTINGS, "rb").read(), before)
+
+    def makers_link(self, window):
+        """The one label that acts as a link: underlined under the mouse, opened by a click."""
+        x, y, width, height = self.program.place(self.program.find(window, "label", "Belvane Software"))
+        before = pixels(x, y, width, height)
+        xdotool("mousemove", x + width // 4, y + height // 2)
+        wait("the underline", lambda: pixels(x, y, width, height) != before)
+        self.album.take("options-link")
+        xdotool("click", 1)
+        self.expect_opened("https://www.belvane.example/")
 
     def warnings(self, window):
         """Each of the three doubtful categories warns when it is ticked, and is unticked again."""
@@ -440,7 +451,7 @@ class Walk:
     def end(self, picture):
         """The close box of the main window is the only way to end the program."""
         self.program.focus(MAIN)
-        self.album.take(picture)
+        self.album.take(picture, new=False)
         xdotool("key", "alt+F4")
         expect("the status of the program", self.program.wait_end(), 0)
         self.expect_files()

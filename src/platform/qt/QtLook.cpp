@@ -88,7 +88,7 @@ QString ResourcePath(const QString& name) { return QStringLiteral(":/") + name; 
 void UseClassicLook(QApplication& application) {
     LinkArtwork();
     application.setStyle(new ClassicStyle);
-    application.setPalette(ClassicPalette());
+    application.setPalette(ClassicPalette()); // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): the style is owned
     QToolTip::setPalette(ClassicPalette());
     const QFont font = FontOf({});
     application.setFont(font);
