@@ -5,6 +5,8 @@ namespace tarnwick::bench {
 // Each runs in a process of its own, so that one's memory and windows don't weigh on another's figures.
 void Probe();
 void ProbeOnQt();
+void Silence();
+void SilenceOnQt();
 void ProbeMemory();
 void Stop();
 void Walk();

@@ -21,9 +21,19 @@ struct Section {
 };
 
 constexpr Section Sections[] = {
-    {"probe", Probe}, {"probe-qt", ProbeOnQt},          {"probe-memory", ProbeMemory},        {"stop", Stop},
-    {"walk", Walk},   {"duplicates", Duplicates},       {"duplicates-qt", DuplicatesOnQt},    {"rows", ManyRows},
-    {"start", Start}, {"start-bare", StartBare, false}, {"start-splash", StartSplash, false},
+    {"probe", Probe},
+    {"probe-qt", ProbeOnQt},
+    {"silence", Silence},
+    {"silence-qt", SilenceOnQt},
+    {"probe-memory", ProbeMemory},
+    {"stop", Stop},
+    {"walk", Walk},
+    {"duplicates", Duplicates},
+    {"duplicates-qt", DuplicatesOnQt},
+    {"rows", ManyRows},
+    {"start", Start},
+    {"start-bare", StartBare, false},
+    {"start-splash", StartSplash, false},
 };
 
 bool RunInChild(const Section& section) {

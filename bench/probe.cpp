@@ -70,6 +70,8 @@ void MeasureWaiting(FrontEnd& program) {
     constexpr int longTimeout = 10; // seconds
     constexpr int links = 10;
     std::vector<double> accepted;
+    Title("Silence, " + program.Name());
+    MeasureRefusal(program); // the first one loads fonts and the like
     const Cost refused = MeasureRefusal(program);
     const Cost waited = MeasureSilence(program, longTimeout, 1, accepted);
     AtMost("processor time of 10 s of silence beyond a refused link",
@@ -88,14 +90,16 @@ void MeasureWaiting(FrontEnd& program) {
 void Probe() {
     const auto program = Headless();
     MeasureLinks(*program, {1.4, 1.7});
-    MeasureWaiting(*program);
 }
 
 void ProbeOnQt() {
     const auto program = OnQt();
     MeasureLinks(*program, {3, 4});
-    MeasureWaiting(*program);
 }
+
+void Silence() { MeasureWaiting(*Headless()); }
+
+void SilenceOnQt() { MeasureWaiting(*OnQt()); }
 
 void ProbeMemory() {
     constexpr int links = 1000;

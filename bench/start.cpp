@@ -78,6 +78,7 @@ void Start() {
     for (int folder = 0; folder < folders; ++folder)
         std::filesystem::create_directory(favorites.Root() + "/Folder " + std::to_string(folder));
     std::vector<double> loads;
+    loads.reserve(rounds);
     for (int round = 0; round < rounds; ++round)
         loads.push_back(LoadSeconds(*program));
     const Cost listing = Measure([&] {

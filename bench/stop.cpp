@@ -44,6 +44,7 @@ void Stop() {
     favorites.Fill(1, false, [&](int) { return "http://127.0.0.1:" + std::to_string(silent.Port) + "/"; });
     const int socketsAtRest = test::OpenSockets();
     std::vector<double> seconds;
+    seconds.reserve(stops);
     for (int stop = 0; stop < stops; ++stop)
         seconds.push_back(StopOnce(*program, socketsAtRest));
     Title("Stop, Qt: from the click to no open socket and the end text on the screen, 200 times");

@@ -222,6 +222,7 @@ class ServerProgram {
 public:
     ServerProgram(std::vector<std::string> command, std::uint16_t port) {
         std::vector<char*> arguments;
+        arguments.reserve(command.size() + 1);
         for (std::string& argument : command)
             arguments.push_back(argument.data());
         arguments.push_back(nullptr);
