@@ -12,7 +12,7 @@ namespace tarnwick {
 // A folder that is one of the folders above it in its own path (junctions or links in a circle) lists as an empty one,
 // so that every walk ends. Names that the system's code page can't spell come with "?" in them, which no action can
 // reach.
-class Win32Files final : public FileService {
+class Win32Files : public FileService {
 public:
     std::string OpenListing(const std::string& pattern, ListingHandle& listing) override;
     std::string StepListing(ListingHandle listing) override;

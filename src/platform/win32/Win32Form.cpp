@@ -161,6 +161,7 @@ void Win32Form::SetReachable(bool reachable) {
 }
 
 void Win32Form::Sync() {
+    RememberFocus(); // a control that is taken away loses it
     SyncFrame();
     for (const auto& control : controls_)
         control->Sync();
@@ -199,7 +200,7 @@ void Win32Form::SyncFocus() {
     if (GetActiveWindow() == real_) {
         const Win32Control* focused = Focused();
         if (focused == nullptr || !CanHaveFocus(*this, focused->Model()))
-            if (Win32Control* next = NextStop(*this, focused == nullptr ? nullptr : &focused->Model(), false))
+            if (Win32Control* next = NextStop(*this, lastFocus_, false))
                 SetFocus(*next);
     }
     ShowDefaultButton();
@@ -209,6 +210,11 @@ void Win32Form::SetFocus(Win32Control& control) {
     lastFocus_ = &control.Model();
     if (GetActiveWindow() == real_)
         ::SetFocus(control.Real());
+}
+
+void Win32Form::RememberFocus() {
+    if (const Win32Control* focused = Focused())
+        lastFocus_ = &focused->Model();
 }
 
 void Win32Form::ShowDefaultButton() {
@@ -224,8 +230,7 @@ void Win32Form::ShowDefaultButton() {
 
 void Win32Form::OnActivation(bool active) {
     if (!active) {
-        if (const Win32Control* focused = Focused())
-            lastFocus_ = &focused->Model();
+        RememberFocus();
         return;
     }
     Win32Control* target = Find(lastFocus_);
@@ -247,7 +252,13 @@ void Win32Form::OnClose() {
 bool Win32Form::Filter(const tagMSG& message) {
     if (!reachable_ || !shown_)
         return false;
-    if (message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST)
+    // Input that was on its way to a control when the model took it away.
+    const bool isButton = message.message > WM_MOUSEMOVE && message.message <= WM_MOUSELAST;
+    const bool isKey = message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST;
+    const auto target = std::ranges::find(controls_, message.hwnd, &Win32Control::Real);
+    if ((isButton || isKey) && target != controls_.end() && !tarnwick::IsReachable(model_, (*target)->Model()))
+        return true;
+    if (isKey)
         return HandleKey(*this, message);
     if (message.message == WM_MOUSEMOVE || message.message == WM_LBUTTONDOWN || message.message == WM_LBUTTONUP)
         OnMouse(message);

@@ -66,6 +66,7 @@ private:
     void AddToolTip(const Win32Control& control);
     void SyncFrame();
     void SyncFocus();
+    void RememberFocus();
     void OnActivation(bool active);
     void OnClose();
     void Paint();
@@ -81,7 +82,7 @@ private:
     std::pair<long, long> menuPlace_;
     int dots_ = 0;
 
-    const Control* lastFocus_ = nullptr; // while another window is active
+    const Control* lastFocus_ = nullptr; // had the focus last
     Control* pressed_ = nullptr;         // the left button went down on it
 
     // As last shown.

@@ -14,9 +14,10 @@ constexpr std::uintptr_t TickTimer = 1;
 constexpr std::uintptr_t SyncTimer = 2;
 
 // A busy program brings its windows in line about as often as a screen shows it, and spends at most a tenth of its time
-// on that.
+// on that, as long as they don't come to stand still.
 constexpr std::int64_t MsBetweenSyncs = 16;
 constexpr std::int64_t TimesSyncCost = 10;
+constexpr std::int64_t LongestMsBetweenSyncs = 200;
 
 LRESULT CALLBACK AlarmProcedure(HWND window, UINT message, WPARAM first, LPARAM second) {
     if (message != WM_TIMER)
@@ -87,7 +88,7 @@ void Win32Pump::Prepare() {
 }
 
 void Win32Pump::Changed() {
-    const std::int64_t wait = nextSyncAt_ - clock_.Now();
+    const std::int64_t wait = Idle() ? 0 : nextSyncAt_ - clock_.Now();
     if (wait <= 0) {
         SyncNow();
     } else if (!syncAwaited_) {
@@ -105,7 +106,7 @@ void Win32Pump::SyncNow() {
     const std::int64_t start = clock_.Now();
     sync_();
     const std::int64_t end = clock_.Now();
-    nextSyncAt_ = end + std::max(MsBetweenSyncs, TimesSyncCost * (end - start));
+    nextSyncAt_ = end + std::clamp(TimesSyncCost * (end - start), MsBetweenSyncs, LongestMsBetweenSyncs);
     syncing_ = false;
 }
 
@@ -116,10 +117,7 @@ void Win32Pump::End() {
 
 void Win32Pump::LeaveHandler() {
     --handlers_;
-    if (Idle())
-        SyncNow();
-    else
-        Changed();
+    Changed();
     Arm();
 }
 

@@ -26,7 +26,8 @@ public:
     void PumpEvents();
     void WaitForEvents();
 
-    // Fields may have changed: the windows follow at once, or a moment later where they have just done so.
+    // Fields may have changed: the windows follow at once, or a moment later where a busy handler has them follow
+    // often.
     void Changed();
     void SyncNow();
     // What real windows tell meanwhile is only the echo of what is written into them.

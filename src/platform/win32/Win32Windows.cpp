@@ -91,10 +91,7 @@ void Win32Windows::Discard(Window& window) {
     (*found)->KeepModel();
     gone_.push_back(std::move(*found));
     forms_.erase(found);
-    if (pump_.Idle())
-        pump_.SyncNow();
-    else
-        pump_.Changed();
+    pump_.Changed();
 }
 
 bool Win32Windows::IsBlocked(const Win32Form& form) const {

@@ -1,0 +1,122 @@
+#pragma once
+
+// Real windows, files and sockets of the system, away from the user's own.
+
+#include "platform/headless/Fakes.h"
+#include "platform/win32/Win32Look.h"
+#include "platform/win32/Win32Platform.h"
+#include "window/Layout.h"
+
+#include <winsock.h>
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace tarnwick::test {
+
+// A folder of a test's own, gone with the object.
+class TemporaryFolder {
+public:
+    TemporaryFolder() {
+        static int number = 0;
+        path_ = std::filesystem::temp_directory_path() /
+                ("tarnwick-test-" + std::to_string(GetTickCount64()) + "-" + std::to_string(++number));
+        std::filesystem::create_directories(path_);
+    }
+    ~TemporaryFolder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    // The path of a name in it, in UTF-8 as the program has it.
+    std::string operator/(const std::string& name) const { return NarrowOf(path_.wstring()) + "\\" + name; }
+
+    std::string MakeFile(const std::string& name, const std::string& bytes = "x") const {
+        const std::filesystem::path file = WideOf(*this / name);
+        std::filesystem::create_directories(file.parent_path());
+        std::ofstream(file, std::ios::binary) << bytes;
+        return *this / name;
+    }
+    bool Has(const std::string& name) const { return std::filesystem::exists(WideOf(*this / name)); }
+
+private:
+    std::filesystem::path path_;
+};
+
+// A machine with real windows and sockets, whose files and settings live in memory.
+struct Win32Machine {
+    Win32Machine() { UseServices(&All); }
+    ~Win32Machine() {
+        WindowSlot::DropAll();
+        UseServices(nullptr);
+    }
+    Win32Machine(const Win32Machine&) = delete;
+    Win32Machine& operator=(const Win32Machine&) = delete;
+
+    // Pumps until `done`, or fails.
+    void PumpUntil(const std::function<bool()>& done, std::int64_t ms = 20000) {
+        const std::int64_t end = Clock.Now() + ms;
+        while (!done()) {
+            ASSERT_LT(Clock.Now(), end) << "waited in vain";
+            Windows.PumpEvents();
+            Sleep(1);
+        }
+    }
+
+    Win32Clock Clock;
+    MemoryFavorites Favorites;
+    MemorySettings Settings;
+    Win32Sockets Sockets;
+    Win32Windows Windows{Clock};
+    RecordingShell Shell;
+    Win32Text Text;
+    Services All{Favorites, Favorites, Settings, Sockets, Windows, Clock, Shell, Text};
+};
+
+// Runs `act` as soon as any loop runs, also one of a menu or a message box that is yet to open.
+inline void Soon(std::function<void()> act) {
+    static std::vector<std::function<void()>> acts;
+    acts.push_back(std::move(act));
+    SetTimer(nullptr, 0, 50, [](HWND, UINT, UINT_PTR timer, DWORD) {
+        KillTimer(nullptr, timer);
+        const std::function<void()> next = std::move(acts.front());
+        acts.erase(acts.begin());
+        next();
+    });
+}
+
+// The message box that stands in front.
+inline HWND Box() {
+    const HWND box = GetActiveWindow();
+    wchar_t type[16] = {};
+    GetClassNameW(box, type, 16);
+    if (std::wstring(type) != L"#32770")
+        throw std::runtime_error("no message box");
+    return box;
+}
+
+inline std::wstring TextOf(HWND window) {
+    wchar_t text[1000] = {};
+    GetWindowTextW(window, text, 1000);
+    return text;
+}
+
+inline void Key(HWND window, WPARAM key) { PostMessageW(window, WM_KEYDOWN, key, 1); }
+
+inline void Click(HWND window, int x = 4, int y = 6, UINT down = WM_LBUTTONDOWN) {
+    PostMessageW(window, down, 0, MAKELPARAM(x, y));
+    PostMessageW(window, down + 1, 0, MAKELPARAM(x, y));
+}
+
+} // namespace tarnwick::test
