@@ -33,7 +33,6 @@ QtTree::QtTree(TreeControl& tree, QWidget& parent, QtWindow& window)
 }
 
 void QtTree::SyncKind() {
-    writing_ = true;
     if (shown_ != tree_.Revision()) {
         shown_ = tree_.Revision();
         BuildNodes();
@@ -41,7 +40,6 @@ void QtTree::SyncKind() {
         ShowChecks();
     }
     shownChecks_ = tree_.CheckRevision();
-    writing_ = false;
 }
 
 void QtTree::BuildNodes() {
@@ -77,11 +75,11 @@ void QtTree::ShowChecks() {
 }
 
 void QtTree::TakeCheck(const QTreeWidgetItem& item) {
-    if (writing_ || !window_.Takes(tree_))
+    if (!window_.Takes(tree_))
         return;
     const int index = item.data(0, NodeNumber).toInt();
     const std::int32_t check = item.checkState(0) == Qt::Checked ? 1 : 0;
-    if (tree_.NodeCheck(index) == check)
+    if (tree_.NodeCheck(index) == check) // the echo of our own writing
         return;
     tree_.SetNodeCheck(index, check);
     window_.Raise(tree_.Check, index, check);

@@ -28,7 +28,6 @@ private:
     std::vector<QTreeWidgetItem*> items_; // by node index, from 1
     std::uint64_t shown_ = 0;
     std::uint64_t shownChecks_ = 0;
-    bool writing_ = false; // what the view tells now is the echo of our own writing
 };
 
 } // namespace tarnwick
