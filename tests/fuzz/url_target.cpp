@@ -63,9 +63,12 @@ void Url(std::string_view input) {
     Require(EndsWithHostAndTarget(url, pieces), "host, port and target are not the end of the URL");
     for (const std::string& credential : {pieces.User, pieces.Password})
         Require(!Has(credential, ':') && !Has(credential, '@'), "a credential holds a separator");
-    if (!pieces.User.empty() || !pieces.Password.empty())
-        Require(url.find(pieces.Password.empty() ? pieces.User : ":" + pieces.Password) < url.find('@'),
-                "credentials that do not stand in front of the @");
+    if (!pieces.User.empty() || !pieces.Password.empty()) {
+        // An "@" may stand in what is dropped as the scheme too: "https:/@user@host".
+        const std::size_t at = url.find(pieces.Password.empty() ? pieces.User : ":" + pieces.Password);
+        Require(at != std::string::npos && url.find('@', at) != std::string::npos,
+                "credentials that do not stand in front of an @");
+    }
 }
 
 } // namespace tarnwick::fuzz
