@@ -20,7 +20,8 @@ std::string LinkOf(int number) {
 }
 
 struct Parts {
-    double Gathering = 0; // seconds
+    double Reading = 0; // seconds; the floor of gathering
+    double Gathering = 0;
     double Comparing = 0;
     double HeapBytes = 0; // of the shortcuts
     std::size_t Pairs = 0;
@@ -50,21 +51,24 @@ Parts CheckOnce(FrontEnd& program) {
     CheckDuplicates(program);
     const double end = WallSeconds();
     program.Watch(nullptr);
-    const Parts parts = {compare - work, end - compare, static_cast<double>(gathered) - static_cast<double>(before),
+    const Parts parts = {0, compare - work, end - compare, static_cast<double>(gathered) - static_cast<double>(before),
                          static_cast<std::size_t>(Form7->Grid1.RowCount())};
     program.Press(*Form7, Form7->Command1);
     return parts;
 }
 
-Parts MedianCheck(FrontEnd& program, int rounds) {
+Parts MedianCheck(FrontEnd& program, const std::vector<std::string>& files, int rounds) {
+    std::vector<double> reading;
     std::vector<double> gathering;
     std::vector<double> comparing;
     Parts parts;
     for (int round = 0; round < rounds; ++round) {
+        reading.push_back(Measure([&] { ReadAll(files); }).Wall);
         parts = CheckOnce(program);
         gathering.push_back(parts.Gathering);
         comparing.push_back(parts.Comparing);
     }
+    parts.Reading = Median(reading);
     parts.Gathering = Median(gathering);
     parts.Comparing = Median(comparing);
     return parts;
@@ -106,17 +110,14 @@ void MeasureCount(FrontEnd& program, int count) {
     const FavoritesFolder favorites;
     favorites.Fill(count, true, LinkOf);
     const std::vector<std::string> files = AllFiles(favorites.Root());
-    const int rounds = count > 10000 ? 3 : 7;
-    const double floor = MeasureInTurn(
-                             rounds, [] {}, [&] { ReadAll(files); })
-                             .Floor.Wall;
-    const Parts own = MedianCheck(program, rounds);
+    const int rounds = count > 10000 ? 5 : 9;
+    const Parts own = MedianCheck(program, files, rounds);
     if (own.Pairs != static_cast<std::size_t>(count) / 100)
         throw std::runtime_error("wrong number of pairs");
     const double steps = 0.5 * count * (count - 1);
     const std::string heading = std::to_string(count) + ": ";
 
-    ShowGathering(heading + "speed of gathering beside open, read, close", floor / own.Gathering,
+    ShowGathering(heading + "speed of gathering beside open, read, close", own.Reading / own.Gathering,
                   program.Name() == "headless");
     const std::string comparing = heading + "comparing, a step";
     if (count == 10000)
