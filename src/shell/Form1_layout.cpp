@@ -37,7 +37,7 @@ void Form1Window::Layout() {
                           .TabIndex = tabIndex};
     };
     const auto category = [&](CheckBox& check, std::string_view name, int row, std::string_view caption, int tabIndex) {
-        return box(check, name, Frame3, {150, 270 + row * 255, 3240, 225}, caption, tabIndex);
+        return box(check, name, Frame3, {150, 240 + row * 255, 3240, 225}, caption, tabIndex);
     };
     ControlRow timeout = field(Text1, "Text1", Frame1, {1110, 255, 390, 285}, 0, "Timeout in seconds");
     timeout.Caption = "00";
