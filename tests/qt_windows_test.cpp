@@ -158,6 +158,13 @@ TEST_F(QtWindowsTest, RaisesWhatTheUserDoes) {
     EXPECT_EQ(window.Text1.Text, "9");
 }
 
+TEST_F(QtWindowsTest, ShowsAtOnceWhatAClickHasChanged) {
+    Sample->Command1.Click = [this] { Sample->Label1.Caption = "new"; };
+    ShowSample();
+    QTest::mouseClick(&RealOf<QPushButton>(Sample->Command1), Qt::LeftButton);
+    EXPECT_EQ(RealOf<QLabel>(Sample->Label1).text(), QStringLiteral("new"));
+}
+
 TEST_F(QtWindowsTest, TakesTheKeyboard) {
     ShowSample();
     SampleWindow& window = *Sample;
@@ -277,12 +284,16 @@ TEST_F(QtWindowsTest, RealWindowStaysWhileItsHandlerIsOnTheStack) {
         for (int pass = 0; pass < 3; ++pass)
             Machine.Windows.PumpEvents();
     };
+    Other->Timer1.Tick = [this] {
+        if (Sample.IsLoaded())
+            Sample->Unload();
+        else
+            QApplication::activeModalWidget()->close();
+    };
+    Other->Timer1.SetInterval(50);
+    Other->Timer1.Enable();
     ShowSample();
     const QPointer<QWidget> real = RealWindow("Sample");
-    Soon([this] {
-        Sample->Unload();
-        Soon([] { QApplication::activeModalWidget()->close(); });
-    });
     QTest::mouseClick(&RealOf<QPushButton>(Sample->Command1), Qt::LeftButton);
     EXPECT_NE(real, nullptr);
     EXPECT_FALSE(Sample.IsLoaded());
