@@ -96,14 +96,22 @@ inline void Soon(std::function<void()> act) {
     });
 }
 
-// The message box that stands in front.
+// The message box that stands in front; nullptr when there is none.
 inline HWND Box() {
     const HWND box = GetActiveWindow();
     wchar_t type[16] = {};
     GetClassNameW(box, type, 16);
-    if (std::wstring(type) != L"#32770")
-        throw std::runtime_error("no message box");
-    return box;
+    return std::wstring(type) == L"#32770" ? box : nullptr;
+}
+
+// Presses a button of the next message box.
+inline void AnswerBox(WPARAM button) {
+    Soon([button] {
+        if (const HWND box = Box())
+            PostMessageW(box, WM_COMMAND, button, 0);
+        else
+            AnswerBox(button);
+    });
 }
 
 inline std::wstring TextOf(HWND window) {
