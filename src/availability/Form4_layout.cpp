@@ -24,6 +24,7 @@ void Form4Window::Layout() {
                           .Place = {1560, top, 2910, 210},
                           .AccessibleDescription = description};
     };
+    // The button comes first: while a panel covers the tree, no key shall reach a box that nobody sees.
     ApplyLayout(*this, {
                            SidePicture(Picture1, 120),
                            Banner(Label13, "Label13", {1920, 120, 4710, 225},
@@ -32,7 +33,7 @@ void Form4Window::Layout() {
                             .Name = "Tree1",
                             .Container = nullptr,
                             .Place = {1920, 420, 4710, 2565},
-                            .TabIndex = 0,
+                            .TabIndex = 1,
                             .ForeColor = Color::Of(ColorRole::ButtonText),
                             .AccessibleName = "Favorites folders"},
                            {.Field = Frame1,
@@ -64,7 +65,7 @@ void Form4Window::Layout() {
                            RuleShadow(Line4, "Line4", 3120, 6630),
                            RuleHighlight(Line3, "Line3", 3135, 6630),
                            BottomButton(Command2, "Command2", 4815, 3240, "&About", 2),
-                           BottomButton(Command1, "Command1", 5775, 3240, "&Go", 1, true),
+                           BottomButton(Command1, "Command1", 5775, 3240, "&Go", 0, true),
                        });
     Timers = {&Timer1, &Timer2};
     Timer1.SetInterval(12000);
