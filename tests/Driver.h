@@ -15,6 +15,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -23,11 +24,9 @@ namespace tarnwick {
 class Program : public ::testing::Test {
 protected:
     Program() {
-        tarnwick::Favorites::CurrentLink = {};
-        tarnwick::Favorites::LinkFinished = false;
-        tarnwick::Favorites::RunCompleted = false;
-        tarnwick::Favorites::EndOnMainClose = false;
-        tarnwick::Favorites::SplashDone = false;
+        using namespace tarnwick::Favorites;
+        CurrentLink = {};
+        LinkFinished = RunCompleted = EndOnMainClose = SplashDone = false;
     }
 
     // From the start of the process to the main window.
@@ -38,19 +37,13 @@ protected:
         ASSERT_TRUE(Form3.IsLoaded() && Form3->IsVisible());
     }
 
-    Window& OwnerOf(const Control& control) {
-        for (Window* window : machine.Loop.Windows())
-            for (const Control* own : window->Controls)
-                if (own == &control)
-                    return *window;
-        throw std::logic_error("the control's window is not loaded");
-    }
-
     void Click(Control& control) {
-        Window& window = OwnerOf(control);
-        ASSERT_TRUE(window.IsVisible()) << window.Name;
-        ASSERT_TRUE(control.Visible && control.Enabled) << control.Name;
-        window.Raise(control.Click);
+        for (Window* window : machine.Loop.Windows())
+            if (std::ranges::count(window->Controls, &control) != 0) {
+                ASSERT_TRUE(window->IsVisible() && control.Visible && control.Enabled) << control.Name;
+                return window->Raise(control.Click);
+            }
+        FAIL() << control.Name << " is of no loaded window";
     }
 
     void Choose(OptionButton& chosen) {
@@ -100,8 +93,19 @@ protected:
         return cells;
     }
 
-    void MenuChoice(const std::string& entry) { machine.Windows.Choices.push_back(entry); }
-    void RightClick(Window& window, GridControl& grid) { window.Raise(grid.MouseButton, 2, 0, 5, 5); }
+    static std::vector<std::string> RowCells(const Grid& grid, int row) {
+        std::vector<std::string> cells;
+        for (int column = 1; column <= static_cast<int>(grid.Columns().size()); ++column)
+            cells.push_back(grid.CellText(row, column));
+        return cells;
+    }
+
+    // Selects a row and chooses an entry of its menu, by the entry's name.
+    void Choose(Window& window, GridControl& grid, int row, const std::string& entry) {
+        grid.SelectedRow = row;
+        machine.Windows.Choices.push_back(entry);
+        window.Raise(grid.MouseButton, 2, 0, 5, 5);
+    }
 
     HeadlessPlatform machine;
 };

@@ -23,20 +23,10 @@ protected:
     }
 
     Strings Pairs() {
-        Strings pairs;
-        const Grid& grid = Form7->Grid1;
-        for (int row = 1; row <= grid.RowCount(); ++row)
-            pairs.push_back(grid.CellText(row, PairColumn::Link1) + "-" + grid.CellText(row, PairColumn::Link2));
+        Strings pairs = Cells(Form7->Grid1, PairColumn::Link1);
+        for (std::size_t row = 0; row < pairs.size(); ++row)
+            pairs[row] += "-" + Form7->Grid1.CellText(static_cast<int>(row) + 1, PairColumn::Link2);
         return pairs;
-    }
-
-    void ExpectCanceled() {
-        EXPECT_EQ(Form7->Command1.Caption, "&Finish");
-        EXPECT_EQ(Form7->Label2.Caption, "Operation canceled by user");
-        EXPECT_EQ(Form7->Label1.Caption, "");
-        EXPECT_TRUE(Form7->Frame1.Visible);
-        EXPECT_FALSE(Form7->Command2.Enabled);
-        EXPECT_EQ(machine.Favorites.OpenListings(), 0);
     }
 
     void AddThree() {
@@ -56,10 +46,8 @@ TEST_F(DuplicatesTest, PairsEqualLinksInTheOrderOfGathering) {
     OpenCheck();
     Run();
     EXPECT_EQ(Pairs(), (Strings{"A-B", "A-C", "B-C", "Empty1-Empty2"}));
-    const Strings first = {
-        "A", "Favorites root", "B", "Work", machine.Favorites.Full("A.url"), machine.Favorites.Full("Work\\B.url")};
-    for (int column = 1; column <= 6; ++column)
-        EXPECT_EQ(Form7->Grid1.CellText(1, column), first[static_cast<std::size_t>(column - 1)]);
+    EXPECT_EQ(RowCells(Form7->Grid1, 1), (Strings{"A", "Favorites root", "B", "Work", machine.Favorites.Full("A.url"),
+                                                  machine.Favorites.Full("Work\\B.url")}));
     EXPECT_FALSE(Form7->Frame1.Visible);
     EXPECT_TRUE(Form7->Command2.Enabled);
     EXPECT_EQ(Form7->Command1.Caption, "&Finish");
@@ -98,7 +86,12 @@ TEST_F(DuplicatesTest, CancelsInEveryPass) {
         });
         Run();
         if (canceled == pass) {
-            ExpectCanceled();
+            EXPECT_EQ(Form7->Command1.Caption, "&Finish");
+            EXPECT_EQ(Form7->Label2.Caption, "Operation canceled by user");
+            EXPECT_EQ(Form7->Label1.Caption, "");
+            EXPECT_TRUE(Form7->Frame1.Visible);
+            EXPECT_FALSE(Form7->Command2.Enabled);
+            EXPECT_EQ(machine.Favorites.OpenListings(), 0);
         }
         Form7.Unload();
         machine.Windows.PumpEvents();
@@ -155,11 +148,7 @@ protected:
         machine.Windows.Answers.assign(9, MessageAnswer::Yes);
     }
 
-    void Remove(int row, const std::string& entry) {
-        Form7->Grid1.SelectedRow = row;
-        MenuChoice(entry);
-        RightClick(*Form7, Form7->Grid1);
-    }
+    void Remove(int row, const std::string& entry) { Choose(*Form7, Form7->Grid1, row, entry); }
 };
 
 TEST_F(PairsTest, ARemovalTakesOneRowAndOneFile) {

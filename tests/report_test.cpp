@@ -16,18 +16,18 @@ protected:
         Form5.Show();
     }
 
-    void Select(int row) { Form5->Grid1.SelectedRow = row; }
+    using Program::Choose;
+    void Choose(int row, const std::string& entry) { Choose(*Form5, Form5->Grid1, row, entry); }
     Strings Names() { return Cells(Form5->Grid1, ReportColumn::Name); }
 };
 
 TEST_F(ReportTest, TheMenuNamesTheSelectedRow) {
-    RightClick(*Form5, Form5->Grid1);
+    Form5->Raise(Form5->Grid1.MouseButton, 2, 0, 5, 5);
     EXPECT_TRUE(machine.Windows.Menus.empty()) << "no row, no menu";
-    Select(2);
+    Form5->Grid1.SelectedRow = 2;
     Form5->Raise(Form5->Grid1.MouseButton, 1, 0, 5, 5);
     EXPECT_TRUE(machine.Windows.Menus.empty());
-    MenuChoice("mnuBadInfo"); // greyed: can't be chosen
-    RightClick(*Form5, Form5->Grid1);
+    Choose(2, "mnuBadInfo"); // greyed: can't be chosen
     ASSERT_EQ(machine.Windows.Menus.size(), 1U);
     Strings captions;
     for (const auto& entry : machine.Windows.Menus[0]) {
@@ -38,9 +38,7 @@ TEST_F(ReportTest, TheMenuNamesTheSelectedRow) {
 }
 
 TEST_F(ReportTest, RemovesAfterAYesOnly) {
-    Select(2);
-    MenuChoice("mnuBadRemove");
-    RightClick(*Form5, Form5->Grid1); // answered No
+    Choose(2, "mnuBadRemove"); // answered No
     EXPECT_EQ(machine.Windows.Messages.back(),
               (HeadlessWindows::ShownMessage{"Are you sure to remove the following Favorite?\r\n\r\nName: A\r\nFolder: "
                                              "Work\r\nProblem: Not found (404)\r\nURL: http://A/",
@@ -49,8 +47,7 @@ TEST_F(ReportTest, RemovesAfterAYesOnly) {
     EXPECT_EQ(Names().size(), 3U);
 
     machine.Windows.Answers = {MessageAnswer::Yes};
-    MenuChoice("mnuBadRemove");
-    RightClick(*Form5, Form5->Grid1);
+    Choose(2, "mnuBadRemove");
     EXPECT_FALSE(machine.Favorites.Has("Work\\A.url"));
     EXPECT_TRUE(machine.Favorites.Has("Work\\b.url") && machine.Favorites.Has("Work\\c.url"));
     EXPECT_EQ(Names(), (Strings{"b", "c"}));
@@ -61,39 +58,29 @@ TEST_F(ReportTest, AFileThatIsGoneOrStaysTakesItsRowAway) {
     machine.Favorites.LoseFile("Work\\b.url");
     machine.Favorites.ReadOnly.insert(machine.Favorites.Full("Work\\A.url"));
     machine.Windows.Answers = {MessageAnswer::Yes, MessageAnswer::Yes};
-    for (int removal = 0; removal < 2; ++removal) {
-        Select(1);
-        MenuChoice("mnuBadRemove");
-        RightClick(*Form5, Form5->Grid1);
-    }
+    Choose(1, "mnuBadRemove");
+    Choose(1, "mnuBadRemove");
     EXPECT_EQ(Names(), Strings{"c"});
     EXPECT_TRUE(machine.Favorites.Has("Work\\A.url"));
     EXPECT_EQ(machine.Windows.Messages.size(), 2U);
 }
 
 TEST_F(ReportTest, ActsOnTheRowAsItStandsAfterASort) {
-    Select(1); // "b"
+    Form5->Grid1.SelectedRow = 1; // "b"
     Form5->Raise(Form5->Grid1.HeaderClick, ReportColumn::Name);
     EXPECT_EQ(Names(), (Strings{"A", "b", "c"}));
     machine.Windows.Answers = {MessageAnswer::Yes};
-    MenuChoice("mnuBadRemove");
-    RightClick(*Form5, Form5->Grid1);
+    Choose(Form5->Grid1.SelectedRow, "mnuBadRemove");
     EXPECT_FALSE(machine.Favorites.Has("Work\\b.url"));
     EXPECT_EQ(Names(), (Strings{"A", "c"}));
 }
 
 TEST_F(ReportTest, HidesAndOpensWithoutTouchingAFile) {
-    for (int again = 0; again < 2; ++again) {
-        Select(3);
-        MenuChoice("mnuBadGo");
-        RightClick(*Form5, Form5->Grid1);
-    }
+    Choose(3, "mnuBadGo");
+    Choose(3, "mnuBadGo");
     EXPECT_EQ(machine.Shell.Urls, (Strings{"http://c/", "http://c/"}));
-    while (Form5->Grid1.RowCount() > 0) {
-        Select(1);
-        MenuChoice("mnuBadHide");
-        RightClick(*Form5, Form5->Grid1);
-    }
+    while (Form5->Grid1.RowCount() > 0)
+        Choose(1, "mnuBadHide");
     EXPECT_TRUE(machine.Windows.Messages.empty());
     for (const char* file : {"Work\\A.url", "Work\\b.url", "Work\\c.url"})
         EXPECT_TRUE(machine.Favorites.Has(file));

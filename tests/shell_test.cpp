@@ -8,44 +8,29 @@ namespace {
 using ShellTest = Program;
 
 TEST(NumberTest, ConvertsDecimalText) {
-    struct Case {
-        const char* text;
-        std::optional<std::int32_t> number;
-    };
-    const Case cases[] = {
-        {"0", 0},
-        {" 5", 5},
-        {"5  ", 5},
-        {"-1", -1},
-        {"+7", 7},
-        {"2.5", 2},
-        {"3.5", 4},
-        {"2.51", 3},
-        {"-2.5", -2},
-        {".5", 0},
-        {"1.5000", 2},
-        {"2.50001", 3},
-        {"5.", 5},
-        {"0000000000012", 12},
-        {"2147483647", 2147483647},
-        {"2147483647.4", 2147483647},
-        {"-2147483648", -2147483647 - 1},
-        {"-2147483648.5", -2147483647 - 1},
-        {"2147483647.5", std::nullopt},
-        {"2147483648", std::nullopt},
-        {"99999999999999999999999", std::nullopt},
-        {"", std::nullopt},
-        {"  ", std::nullopt},
-        {"-", std::nullopt},
-        {".", std::nullopt},
-        {"12abc", std::nullopt},
-        {"1 2", std::nullopt},
-        {"0x10", std::nullopt},
-        {"1e3", std::nullopt},
-        {"--1", std::nullopt},
-    };
-    for (const Case& row : cases)
-        EXPECT_EQ(NumberFromText(row.text), row.number) << "\"" << row.text << "\"";
+    const std::pair<const char*, std::int32_t> numbers[] = {{"0", 0},
+                                                            {" 5", 5},
+                                                            {"5  ", 5},
+                                                            {"-1", -1},
+                                                            {"+7", 7},
+                                                            {"2.5", 2},
+                                                            {"3.5", 4},
+                                                            {"2.51", 3},
+                                                            {"-2.5", -2},
+                                                            {".5", 0},
+                                                            {"1.5000", 2},
+                                                            {"2.50001", 3},
+                                                            {"5.", 5},
+                                                            {"0000000000012", 12},
+                                                            {"2147483647", 2147483647},
+                                                            {"2147483647.4", 2147483647},
+                                                            {"-2147483648", -2147483647 - 1},
+                                                            {"-2147483648.5", -2147483647 - 1}};
+    for (const auto& [text, number] : numbers)
+        EXPECT_EQ(NumberFromText(text), number) << "\"" << text << "\"";
+    for (const char* text : {"2147483647.5", "2147483648", "99999999999999999999999", "", "  ", "-", ".", "12abc",
+                             "1 2", "0x10", "1e3", "--1"})
+        EXPECT_EQ(NumberFromText(text), std::nullopt) << "\"" << text << "\"";
 }
 
 TEST_F(ShellTest, SplashLeadsToTheMainWindow) {
@@ -65,9 +50,7 @@ TEST_F(ShellTest, SplashLeadsToTheMainWindow) {
     EXPECT_EQ(Form3->Edge, 5);
     EXPECT_EQ(Form3->Picture1.Picture, Form2->Picture1.Picture);
     EXPECT_TRUE(tarnwick::Favorites::EndOnMainClose);
-    for (const Window* hidden :
-         {static_cast<Window*>(&*Form2), static_cast<Window*>(&*Form4), static_cast<Window*>(&*Form5)})
-        EXPECT_FALSE(hidden->IsVisible()) << hidden->Name;
+    EXPECT_FALSE(Form2->IsVisible() || Form4->IsVisible() || Form5->IsVisible());
 }
 
 TEST_F(ShellTest, ClosingTheMainWindowEndsTheProgram) {
@@ -154,10 +137,10 @@ TEST_F(OptionsTest, ShowsWhatIsStored) {
         EXPECT_EQ(Form1->Text1.Text, "10");
         EXPECT_EQ(Form1->Text3.Text, "8080");
         EXPECT_EQ(Form1->Text1.SelectRevision, 1U);
-        const CheckBox* boxes[] = {&Form1->Check1, &Form1->Check2, &Form1->Check3, &Form1->Check4,
-                                   &Form1->Check5, &Form1->Check6, &Form1->Check7, &Form1->Check8};
-        for (const CheckBox* box : boxes)
-            EXPECT_EQ(box->Value, box == &Form1->Check5 ? 1 : 0) << box->Name;
+        for (const Control* control : Form1->Controls)
+            if (control->Kind == ControlKind::CheckBox) {
+                EXPECT_EQ(static_cast<const CheckBox*>(control)->Value, control == &Form1->Check5 ? 1 : 0);
+            }
         EXPECT_FALSE(Form1->Text2.Enabled || Form1->Text3.Enabled);
         EXPECT_EQ(Form1->Text2.BackColor, Color::Of(ColorRole::ButtonFace));
         Toggle(Form1->Check2);
@@ -192,19 +175,16 @@ TEST_F(OptionsTest, ConfirmingStoresEveryKeyAsTyped) {
 
 TEST_F(OptionsTest, EachTestRefusesAndStoresNothing) {
     struct Case {
-        const char* timeout;
-        bool proxy;
-        const char* port;
-        bool category;
-        const char* title;
-        const char* message;
+        const char *timeout, *port;
+        int proxy, category;
+        const char *title, *message;
         TextBox Form1Window::*focus;
     };
     const Case cases[] = {
-        {"", true, "abc", false, "Belvane Tarnwick", "Timeout value must be numeric", &Form1Window::Text1},
-        {"5", true, "abc", false, "Belvane Tarnwick", "Proxy Port value must be numeric", &Form1Window::Text3},
-        {"5", true, "99999999999", true, "Belvane Tarnwick", "Proxy Port value must be numeric", &Form1Window::Text3},
-        {"5", false, "abc", false, "Tarnwick", "You must to choose at least one category to catch.", nullptr},
+        {"", "abc", 1, 0, "Belvane Tarnwick", "Timeout value must be numeric", &Form1Window::Text1},
+        {"5", "abc", 1, 0, "Belvane Tarnwick", "Proxy Port value must be numeric", &Form1Window::Text3},
+        {"5", "99999999999", 1, 1, "Belvane Tarnwick", "Proxy Port value must be numeric", &Form1Window::Text3},
+        {"5", "abc", 0, 0, "Tarnwick", "You must to choose at least one category to catch.", nullptr},
     };
     for (const Case& row : cases) {
         SCOPED_TRACE(row.message);
@@ -212,14 +192,14 @@ TEST_F(OptionsTest, EachTestRefusesAndStoresNothing) {
         InOptions([&] {
             Form1->Text1.Text = row.timeout;
             Form1->Text3.Text = row.port;
-            Form1->Check2.Value = row.proxy ? 1 : 0;
-            Form1->Check5.Value = row.category ? 1 : 0;
-            const unsigned selected = row.focus == nullptr ? 0 : ((*Form1).*row.focus).SelectRevision;
+            Form1->Check2.Value = row.proxy;
+            Form1->Check5.Value = row.category;
+            TextBox* focus = row.focus == nullptr ? nullptr : &((*Form1).*row.focus);
+            const unsigned selected = focus == nullptr ? 0 : focus->SelectRevision;
             Click(Form1->Command1);
             ASSERT_TRUE(Form1.IsLoaded());
-            Control* focus = row.focus == nullptr ? nullptr : &((*Form1).*row.focus);
             EXPECT_EQ(Form1->FocusRequest, focus);
-            EXPECT_EQ(row.focus == nullptr ? 1 : ((*Form1).*row.focus).SelectRevision, selected + 1);
+            EXPECT_EQ(focus == nullptr ? 1 : focus->SelectRevision, selected + 1);
         });
         ASSERT_EQ(machine.Windows.Messages.size(), 1U);
         EXPECT_EQ(machine.Windows.Messages[0],
@@ -233,10 +213,8 @@ TEST_F(OptionsTest, WarnsEachTimeARiskyCategoryIsTicked) {
         Toggle(Form1->Check8);
         Toggle(Form1->Check8);
         EXPECT_EQ(machine.Windows.Messages.size(), 1U);
-        Toggle(Form1->Check8);
-        Toggle(Form1->Check6);
-        Toggle(Form1->Check7);
-        Toggle(Form1->Check3);
+        for (CheckBox* box : {&Form1->Check8, &Form1->Check6, &Form1->Check7, &Form1->Check3})
+            Toggle(*box);
         EXPECT_EQ(Form1->Check8.Value, 1);
         Click(Form1->Command2);
     });
