@@ -14,6 +14,8 @@
 namespace tarnwick::test {
 namespace {
 
+using namespace std::string_literals;
+
 class PosixSettingsTest : public testing::Test {
 protected:
     std::string Read(const std::string& key, const std::string& section = "Preferences") {
@@ -43,8 +45,7 @@ TEST_F(PosixSettingsTest, ValuesComeBackByteForByte) {
         EXPECT_TRUE(Write("Key", value));
         EXPECT_EQ(Read("Key"), value);
     }
-    for (const std::string& name :
-         {everyByte, std::string(" blank "), std::string("[a]"), std::string(";c"), std::string("a=b")}) {
+    for (const std::string& name : {everyByte, " blank "s, "[a]"s, ";c"s, "a=b"s}) {
         EXPECT_TRUE(Write(name, "of " + name, name));
         EXPECT_EQ(Read(name, name), "of " + name);
     }
@@ -68,8 +69,7 @@ TEST_F(PosixSettingsTest, KeysOfDifferentSectionsAndApplicationsStandApart) {
 }
 
 TEST_F(PosixSettingsTest, ApplicationIsNeverAPath) {
-    for (const std::string& application : {std::string(), std::string("."), std::string(".."), std::string("a/b"),
-                                           std::string("a\\b"), std::string("a\0b", 3)}) {
+    for (const std::string& application : {""s, "."s, ".."s, "a/b"s, "a\\b"s, "a\0b"s}) {
         EXPECT_FALSE(PosixSettings().Write(application, "S", "K", "x"));
         EXPECT_EQ(PosixSettings().Read(application, "S", "K", "default"), "default");
     }
@@ -99,14 +99,12 @@ TEST_F(PosixSettingsTest, FileThatCanNotBeReadGivesDefaultsAndIsNotReplaced) {
     EXPECT_FALSE(Write("Timeout", "5"));
     EXPECT_EQ(FileBytes(file_), before);
 
-    std::filesystem::remove(file_);
-    mkfifo(file_.c_str(), 0600);
-    EXPECT_EQ(Read("Timeout"), "(default)");
-    EXPECT_FALSE(Write("Timeout", "5"));
-    std::filesystem::remove(file_);
-    std::filesystem::create_directories(file_);
-    EXPECT_EQ(Read("Timeout"), "(default)");
-    EXPECT_FALSE(Write("Timeout", "5"));
+    for (const bool pipe : {true, false}) {
+        std::filesystem::remove(file_);
+        EXPECT_TRUE(pipe ? mkfifo(file_.c_str(), 0600) == 0 : std::filesystem::create_directories(file_));
+        EXPECT_EQ(Read("Timeout"), "(default)");
+        EXPECT_FALSE(Write("Timeout", "5"));
+    }
     EXPECT_EQ(FilesBeside(), 1U);
 }
 

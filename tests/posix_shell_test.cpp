@@ -10,6 +10,8 @@
 namespace tarnwick::test {
 namespace {
 
+using namespace std::string_literals;
+
 // A program named xdg-open stands in for the desktop's: it writes what it was started with into a pipe.
 class PosixShellTest : public testing::Test {
 protected:
@@ -58,10 +60,8 @@ TEST_F(PosixShellTest, UrlIsOneArgumentAndNothingIsInherited) {
 
 TEST_F(PosixShellTest, TextThatIsNoUrlOpensNothing) {
     for (const std::string& text :
-         {std::string(), std::string("a"), std::string("/etc/passwd"), std::string("./x"), std::string("--help"),
-          std::string("-x:y"), std::string("C:\\x"), std::string("c:/x"), std::string(":x"), std::string("http:"),
-          std::string("1a:b"), std::string("a b:c"), std::string("file:///etc/passwd"), std::string("FILE:x"),
-          std::string("http://a/\nb"), std::string("http://a/\0b", 11), std::string("h\xC3\xA9:x")})
+         {""s, "a"s, "/etc/passwd"s, "./x"s, "--help"s, "-x:y"s, "C:\\x"s, "c:/x"s, ":x"s, "http:"s, "1a:b"s, "a b:c"s,
+          "file:///etc/passwd"s, "FILE:x"s, "http://a/\nb"s, "http://a/\0b"s, "h\xC3\xA9:x"s})
         PosixShell().OpenUrl(0, text);
     PosixShell().OpenUrl(0, "http://last/");
     EXPECT_TRUE(Started().starts_with("1\nhttp://last/\n"));

@@ -16,10 +16,7 @@ std::string Value(const std::string& bytes) {
 }
 
 TEST(InitialisationFile, ReadsOddFilesAsWindowsDoes) {
-    const struct {
-        std::string Bytes;
-        std::string Value;
-    } rows[] = {
+    const std::pair<std::string, std::string> rows[] = {
         // case, blanks and tabs
         {"[InternetShortcut]\r\nURL=http://a/\r\n", "http://a/"},
         {"[INTERNETSHORTCUT]\nurl=x", "x"},
@@ -55,16 +52,13 @@ TEST(InitialisationFile, ReadsOddFilesAsWindowsDoes) {
         {"\xFF\xFE", "(none)"},
         {"\xEF\xBB\xBF", "(none)"},
         // bytes that are no text
-        {"[InternetShortcut]\nURL=a\0b\x1A"
-         "c\x80\xFF"s,
-         "a\0b\x1A"
-         "c\x80\xFF"s},
+        {"[InternetShortcut]\nURL=a\0b\x1A z\x80\xFF"s, "a\0b\x1A z\x80\xFF"s},
         {"\x1A\0\n[InternetShortcut]\nURL=x\x1A"s, "x\x1A"},
         {"", "(none)"},
         {"\0"s, "(none)"},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(Value(row.Bytes), row.Value) << testing::PrintToString(row.Bytes);
+    for (const auto& [bytes, value] : rows)
+        EXPECT_EQ(Value(bytes), value) << testing::PrintToString(bytes);
 }
 
 TEST(InitialisationFile, NamesBeyondAsciiCompareRegardlessOfCase) {
@@ -78,8 +72,8 @@ TEST(InitialisationFile, CutsInFrontOfACharacterThatDoesNotFit) {
     const auto cut = [](const std::string& value, std::size_t size) {
         return FindInitialisationValue("[S]\nK=" + value, "S", "K", "fallback", size);
     };
-    EXPECT_EQ(cut(std::string(9999, 'x'), 10000), std::string(9999, 'x'));
-    EXPECT_EQ(cut(std::string(10000, 'x'), 10000), std::string(9999, 'x'));
+    for (const std::size_t length : {9999U, 10000U})
+        EXPECT_EQ(cut(std::string(length, 'x'), 10000), std::string(9999, 'x'));
     EXPECT_EQ(cut("ab\xC3\xA9", 5), "ab\xC3\xA9");
     EXPECT_EQ(cut("ab\xC3\xA9z", 4), "ab");
     EXPECT_EQ(cut("a\xF0\x9F\x98\x80z", 5), "a");
@@ -119,21 +113,14 @@ TEST_F(PosixShortcutsTest, WhatIsNoReadableFileGivesTheDefaultAtOnce) {
 
 TEST_F(PosixShortcutsTest, LargeFilesAreReadWithABound) {
     const std::string shortcut = "\n[InternetShortcut]\nURL=found\n";
-    WriteFile(home_ / "megabyte.url", std::string(1U << 20U, '\x01') + shortcut);
-    EXPECT_EQ(Read("megabyte.url"), "found");
-
-    WriteFile(home_ / "hole.url", "x");
-    std::filesystem::resize_file(home_ / "hole.url", std::uintmax_t{64} << 30U); // a hole: takes no room on the disk
-    EXPECT_EQ(Read("hole.url"), "(none)");
-    WriteFile(home_ / "found.url", shortcut.substr(1));
-    std::filesystem::resize_file(home_ / "found.url", std::uintmax_t{64} << 30U);
-    EXPECT_EQ(Read("found.url"), "found");
-}
-
-TEST_F(PosixShortcutsTest, FileLongerThanOneReadIsWhole) {
-    for (const std::size_t filling : {16000U, 16384U, 32768U, 40000U}) {
-        WriteFile(home_ / "long.url", "[InternetShortcut]\nA=" + std::string(filling, 'x') + "\nURL=end");
-        EXPECT_EQ(Read("long.url"), "end") << filling;
+    for (const std::size_t filling : {16000U, 16384U, 32768U, 1U << 20U}) { // longer than one read
+        WriteFile(home_ / "long.url", std::string(filling, '\x01') + shortcut);
+        EXPECT_EQ(Read("long.url"), "found") << filling;
+    }
+    for (const auto& [bytes, value] : {std::pair{"x"s, "(none)"}, {shortcut.substr(1), "found"}}) {
+        WriteFile(home_ / "hole.url", bytes);
+        std::filesystem::resize_file(home_ / "hole.url", std::uintmax_t{64} << 30U); // takes no room on the disk
+        EXPECT_EQ(Read("hole.url"), value);
     }
 }
 

@@ -1,23 +1,18 @@
 #include "platform/posix/PosixClock.h"
 #include "platform/posix/PosixSockets.h"
+#include "servers_support.h"
 #include "window/Window.h"
 
 #include <gtest/gtest.h>
 
-#include <cerrno>
-#include <cstring>
-#include <memory>
-#include <string>
-#include <vector>
-
-#include <arpa/inet.h>
 #include <fcntl.h>
-#include <poll.h>
-#include <sys/socket.h>
-#include <unistd.h>
+#include <memory>
+#include <optional>
 
 namespace tarnwick::test {
 namespace {
+
+using namespace std::string_literals;
 
 constexpr std::uint32_t SocketMessage = 1025;
 constexpr std::int32_t Mask = 51;
@@ -26,20 +21,12 @@ constexpr std::int32_t Write = 2;
 constexpr std::int32_t Connect = 16;
 constexpr std::int32_t Close = 32;
 
-struct Event {
-    SocketNumber Socket;
-    std::int32_t Kind;
-    std::int32_t Error;
-    bool operator==(const Event&) const = default;
-};
+using Event = std::array<std::int32_t, 3>; // socket, kind, error
+using Events = std::vector<Event>;
 
-std::ostream& operator<<(std::ostream& out, const Event& event) {
-    return out << "socket " << event.Socket << " event " << event.Kind << " error " << event.Error;
-}
+Events events;
 
-std::vector<Event> events;
-
-std::int32_t Record(WindowHandle, std::uint32_t message, std::int32_t first, std::int32_t second) {
+std::int32_t NoteEvent(WindowHandle, std::uint32_t message, std::int32_t first, std::int32_t second) {
     if (message == SocketMessage)
         events.push_back({first, second & 0xFFFF, second >> 16});
     return 0;
@@ -48,49 +35,28 @@ std::int32_t Record(WindowHandle, std::uint32_t message, std::int32_t first, std
 // A server on loopback, driven by the test itself.
 class Server {
 public:
-    explicit Server(int backlog = 16) {
-        sockaddr_in address = {};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        socklen_t length = sizeof address;
-        EXPECT_EQ(bind(listener_, reinterpret_cast<sockaddr*>(&address), length), 0);
-        EXPECT_EQ(listen(listener_, backlog), 0);
-        EXPECT_EQ(getsockname(listener_, reinterpret_cast<sockaddr*>(&address), &length), 0);
-        Address = {2, address.sin_port, address.sin_addr.s_addr, {}};
-    }
-    ~Server() {
-        Hang();
-        close(listener_);
-    }
-    Server(const Server&) = delete;
-    Server& operator=(const Server&) = delete;
+    explicit Server(int backlog = 16) { EXPECT_EQ(listen(bound_.Socket, backlog), 0); }
 
-    void Accept() { connection_ = accept(listener_, nullptr, nullptr); }
+    AddressRecord Address() const { return {2, htons(bound_.Port), htonl(INADDR_LOOPBACK), {}}; }
+    void Accept() { connection_.emplace(accept(bound_.Socket, nullptr, nullptr)); }
     void Say(const std::string& text) const {
-        EXPECT_EQ(send(connection_, text.data(), text.size(), 0), static_cast<ssize_t>(text.size()));
+        EXPECT_EQ(send(*connection_, text.data(), text.size(), 0), static_cast<ssize_t>(text.size()));
     }
     // What arrives next; the error's number behind "error " when the connection was dropped.
     std::string Hear() const {
         char buffer[100];
-        const ssize_t got = recv(connection_, buffer, sizeof buffer, 0);
+        const ssize_t got = recv(*connection_, buffer, sizeof buffer, 0);
         return got < 0 ? "error " + std::to_string(errno) : std::string(buffer, static_cast<std::size_t>(got));
     }
-    void Hang() {
-        if (connection_ >= 0)
-            close(connection_);
-        connection_ = -1;
-    }
+    void Hang() { connection_.reset(); }
     void Reset() {
-        const linger drop = {1, 0};
-        setsockopt(connection_, SOL_SOCKET, SO_LINGER, &drop, sizeof drop);
+        DropAtClose(*connection_);
         Hang();
     }
 
-    AddressRecord Address;
-
 private:
-    const int listener_ = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    int connection_ = -1;
+    BoundPort bound_;
+    std::optional<Descriptor> connection_;
 };
 
 class PosixSocketsTest : public testing::Test {
@@ -98,7 +64,7 @@ protected:
     PosixSocketsTest() {
         events.clear();
         window_ = loop_.Add(*object_);
-        loop_.Install(window_, Record);
+        loop_.Install(window_, NoteEvent);
         EXPECT_EQ(sockets_.Startup(257), 0);
     }
 
@@ -112,16 +78,27 @@ protected:
         return number;
     }
 
-    // Starts a link and takes the two events of a connection that stands.
-    SocketNumber StartConnected(Server& server) {
-        const SocketNumber number = Start(server.Address);
+    SocketNumber StartAccepted(Server& server) {
+        const SocketNumber number = Start(server.Address());
         server.Accept();
-        EXPECT_EQ(Pump(2), (std::vector<Event>{{number, Connect, 0}, {number, Write, 0}}));
         return number;
     }
 
+    // Takes the two events of a connection that stands, too.
+    SocketNumber StartConnected(Server& server) {
+        const SocketNumber number = StartAccepted(server);
+        EXPECT_EQ(Pump(2), (Events{{number, Connect, 0}, {number, Write, 0}}));
+        return number;
+    }
+
+    // That these events come, and then nothing is left to collect: a front end would sleep.
+    void ExpectLast(const Events& last) {
+        EXPECT_EQ(Pump(last.size()), last);
+        ExpectQuiet();
+    }
+
     // Pumps until `count` more events have come, and gives what came.
-    std::vector<Event> Pump(std::size_t count) {
+    Events Pump(std::size_t count) {
         events.clear();
         const std::int64_t end = clock_.Now() + 10000;
         while (events.size() < count && clock_.Now() < end) {
@@ -132,10 +109,9 @@ protected:
         return events;
     }
 
-    // True when nothing is to be collected: a front end would sleep now.
-    bool IsQuiet() {
+    void ExpectQuiet() {
         pollfd watched = {sockets_.Descriptor(), POLLIN, 0};
-        return !loop_.HasMessages() && poll(&watched, 1, 30) == 0;
+        EXPECT_TRUE(!loop_.HasMessages() && poll(&watched, 1, 30) == 0);
     }
 
     std::string Receive(SocketNumber number, std::size_t size = 100) {
@@ -160,75 +136,54 @@ TEST_F(PosixSocketsTest, PlainReply) {
     EXPECT_EQ(server.Hear(), "GET");
     server.Say("reply");
     server.Hang();
-    EXPECT_EQ(Pump(1), (std::vector<Event>{{number, Read, 0}}));
+    EXPECT_EQ(Pump(1), (Events{{number, Read, 0}}));
     EXPECT_EQ(Receive(number), "reply");
-    EXPECT_EQ(Pump(1), (std::vector<Event>{{number, Close, 0}}));
-    EXPECT_TRUE(IsQuiet()) << "a finished socket costs time";
+    ExpectLast({{number, Close, 0}});
     EXPECT_EQ(sockets_.Close(number), 0);
 }
 
 TEST_F(PosixSocketsTest, PeerThatOnlyCloses) {
     Server server;
-    const SocketNumber number = Start(server.Address);
-    server.Accept();
+    const SocketNumber number = StartAccepted(server);
     server.Hang();
-    EXPECT_EQ(Pump(3), (std::vector<Event>{{number, Connect, 0}, {number, Write, 0}, {number, Close, 0}}));
+    EXPECT_EQ(Pump(3), (Events{{number, Connect, 0}, {number, Write, 0}, {number, Close, 0}}));
     EXPECT_EQ(Receive(number), "");
-    EXPECT_TRUE(IsQuiet());
+    ExpectQuiet();
 }
 
 TEST_F(PosixSocketsTest, OneReadUntilReceiveAndNoCloseWhileDataIsUnread) {
     Server server;
     const SocketNumber number = StartConnected(server);
     server.Say("abcd");
-    EXPECT_EQ(Pump(1), (std::vector<Event>{{number, Read, 0}}));
+    EXPECT_EQ(Pump(1), (Events{{number, Read, 0}}));
     server.Say("efgh");
     server.Hang();
-    EXPECT_TRUE(IsQuiet());
+    ExpectQuiet();
     EXPECT_EQ(Receive(number, 3), "abc");
-    EXPECT_EQ(Pump(1), (std::vector<Event>{{number, Read, 0}}));
-    EXPECT_TRUE(IsQuiet());
+    ExpectLast({{number, Read, 0}});
     EXPECT_EQ(Receive(number, 5), "defgh");
-    EXPECT_EQ(Pump(1), (std::vector<Event>{{number, Close, 0}}));
+    EXPECT_EQ(Pump(1), (Events{{number, Close, 0}}));
 }
 
-TEST_F(PosixSocketsTest, RefusedPortIsAFailedConnectAndNothingElse) {
-    AddressRecord address;
-    { address = Server().Address; }
-    const SocketNumber number = Start(address);
-    EXPECT_EQ(Pump(1), (std::vector<Event>{{number, Connect, 10061}}));
-    EXPECT_TRUE(IsQuiet());
-    EXPECT_EQ(sockets_.Send(number, "x"), -1);
-}
-
-TEST_F(PosixSocketsTest, ConnectThatFailsAtOnceIsToldFromThePump) {
-    Server server;
-    AddressRecord address = server.Address;
-    address.Family = 99;
-    const SocketNumber number = Start(address);
-    EXPECT_EQ(Pump(1), (std::vector<Event>{{number, Connect, 10047}}));
-    EXPECT_TRUE(IsQuiet());
+TEST_F(PosixSocketsTest, FailedConnectIsToldFromThePumpAndNothingElse) {
+    AddressRecord refused = Server().Address();
+    AddressRecord foreign = refused;
+    foreign.Family = 99;
+    for (const auto& [address, error] : {std::pair{refused, 10061}, {foreign, 10047}}) {
+        const SocketNumber number = Start(address);
+        ExpectLast({{number, Connect, error}});
+        EXPECT_EQ(sockets_.Send(number, "x"), -1);
+    }
 }
 
 TEST_F(PosixSocketsTest, ResetIsNeverAFailedConnect) {
-    for (const bool late : {true, false}) {
-        Server server;
-        SocketNumber number = 0;
-        std::vector<Event> seen;
-        if (late) {
-            number = Start(server.Address);
-            server.Accept();
-            server.Reset();
-            seen = Pump(3);
-        } else {
-            number = StartConnected(server);
-            server.Reset();
-            seen = {{number, Connect, 0}, {number, Write, 0}, Pump(1).at(0)};
-        }
-        EXPECT_EQ(seen, (std::vector<Event>{{number, Connect, 0}, {number, Write, 0}, {number, Close, 10054}})) << late;
-        EXPECT_TRUE(IsQuiet());
-        sockets_.Close(number);
-    }
+    Server server;
+    SocketNumber number = StartAccepted(server);
+    server.Reset();
+    ExpectLast({{number, Connect, 0}, {number, Write, 0}, {number, Close, 10054}});
+    number = StartConnected(server);
+    server.Reset();
+    ExpectLast({{number, Close, 10054}});
 }
 
 TEST_F(PosixSocketsTest, ResetThatACallMeetsFirstIsStillToldByTheClose) {
@@ -237,20 +192,19 @@ TEST_F(PosixSocketsTest, ResetThatACallMeetsFirstIsStillToldByTheClose) {
     server.Reset();
     EXPECT_EQ(sockets_.Send(number, "x"), -1);
     EXPECT_EQ(sockets_.Send(number, "x"), -1); // by now the system would send a signal
-    EXPECT_EQ(Pump(1), (std::vector<Event>{{number, Close, 10054}}));
+    EXPECT_EQ(Pump(1), (Events{{number, Close, 10054}}));
     sockets_.Close(number);
 
     number = StartConnected(server);
     server.Reset();
     EXPECT_EQ(Receive(number), "failed");
-    EXPECT_EQ(Pump(1), (std::vector<Event>{{number, Close, 10054}}));
+    EXPECT_EQ(Pump(1), (Events{{number, Close, 10054}}));
     sockets_.Close(number);
 
-    number = Start(server.Address);
-    server.Accept();
+    number = StartAccepted(server);
     server.Reset();
     EXPECT_EQ(sockets_.Send(number, "x"), -1);
-    EXPECT_EQ(Pump(3), (std::vector<Event>{{number, Connect, 0}, {number, Write, 0}, {number, Close, 10054}}));
+    EXPECT_EQ(Pump(3), (Events{{number, Connect, 0}, {number, Write, 0}, {number, Close, 10054}}));
 }
 
 TEST_F(PosixSocketsTest, DataInFrontOfAResetIsToldFirst) {
@@ -258,44 +212,42 @@ TEST_F(PosixSocketsTest, DataInFrontOfAResetIsToldFirst) {
     const SocketNumber number = StartConnected(server);
     server.Say("abc");
     server.Reset();
-    EXPECT_EQ(Pump(1), (std::vector<Event>{{number, Read, 0}}));
+    EXPECT_EQ(Pump(1), (Events{{number, Read, 0}}));
     EXPECT_EQ(Receive(number), "abc");
-    EXPECT_EQ(Pump(1), (std::vector<Event>{{number, Close, 10054}}));
+    EXPECT_EQ(Pump(1), (Events{{number, Close, 10054}}));
 }
 
 TEST_F(PosixSocketsTest, SilentPeerAndConnectionThatNeverStandsCostNothing) {
     Server server;
     StartConnected(server);
-    EXPECT_TRUE(IsQuiet());
+    ExpectQuiet();
 
     Server full(0);
-    const SocketNumber filler = Start(full.Address);
+    const SocketNumber filler = Start(full.Address());
     EXPECT_EQ(Pump(2).size(), 2U);
-    const SocketNumber waiting = Start(full.Address);
-    EXPECT_TRUE(IsQuiet());
+    const SocketNumber waiting = Start(full.Address());
+    ExpectQuiet();
     EXPECT_EQ(sockets_.Close(waiting), 0);
     EXPECT_EQ(sockets_.Close(filler), 0);
 }
 
 TEST_F(PosixSocketsTest, NothingOfAClosedSocketIsDelivered) {
     Server server;
-    const SocketNumber first = Start(server.Address);
-    server.Accept();
+    const SocketNumber first = StartAccepted(server);
     server.Say("x");
     sockets_.Wait(10000);
     sockets_.Collect();
     ASSERT_TRUE(loop_.HasMessages());
     EXPECT_EQ(sockets_.Close(first), 0);
     EXPECT_FALSE(loop_.HasMessages());
-    EXPECT_TRUE(IsQuiet());
+    ExpectQuiet();
     EXPECT_EQ(server.Hear(), "error " + std::to_string(ECONNRESET)) << "linger of 0 seconds drops the connection";
 
     // The next socket has the same number; all that comes is its own.
     server.Hang();
-    const SocketNumber second = Start(server.Address);
+    const SocketNumber second = Start(server.Address());
     EXPECT_EQ(second, first);
-    EXPECT_EQ(Pump(2), (std::vector<Event>{{second, Connect, 0}, {second, Write, 0}}));
-    EXPECT_TRUE(IsQuiet());
+    ExpectLast({{second, Connect, 0}, {second, Write, 0}});
     EXPECT_EQ(sockets_.Close(second), 0);
     EXPECT_EQ(sockets_.Close(second), -1);
 }
@@ -306,7 +258,7 @@ TEST_F(PosixSocketsTest, CopyOfASocketInAChildTellsNothingBehindTheClose) {
     const int copy = fcntl(number, F_DUPFD_CLOEXEC, 0);
     EXPECT_EQ(sockets_.Close(number), 0);
     server.Say("x");
-    EXPECT_TRUE(IsQuiet());
+    ExpectQuiet();
     close(copy);
 }
 
@@ -323,7 +275,7 @@ TEST_F(PosixSocketsTest, ForeignDescriptorsAreNeverTouched) {
     EXPECT_EQ(write(pipes[1], "x", 1), 1);
     close(pipes[0]);
     close(pipes[1]);
-    EXPECT_TRUE(IsQuiet());
+    ExpectQuiet();
 }
 
 TEST_F(PosixSocketsTest, NumbersOfWindowsAreTranslatedAndOthersFail) {
@@ -337,9 +289,7 @@ TEST_F(PosixSocketsTest, NumbersOfWindowsAreTranslatedAndOthersFail) {
     std::int32_t length = 0;
     EXPECT_EQ(sockets_.SetOption(number, 65535, 128, {1, 7}), 0);
     EXPECT_EQ(sockets_.GetOption(number, 65535, 128, record, length), 0);
-    EXPECT_EQ(record.OnOff, 1);
-    EXPECT_EQ(record.Seconds, 7);
-    EXPECT_EQ(length, 4);
+    EXPECT_TRUE(record.OnOff == 1 && record.Seconds == 7 && length == 4);
     EXPECT_EQ(sockets_.SetOption(number, SOL_SOCKET, 128, {1, 0}), -1);
     EXPECT_EQ(sockets_.GetOption(number, 65535, SO_LINGER, record, length), -1);
     EXPECT_EQ(sockets_.Startup(0), 10092);
@@ -348,31 +298,18 @@ TEST_F(PosixSocketsTest, NumbersOfWindowsAreTranslatedAndOthersFail) {
 }
 
 TEST_F(PosixSocketsTest, AddressesAndNames) {
-    const struct {
-        std::string Text;
-        std::uint32_t Address; // host order
-    } rows[] = {
-        {"127.0.0.1", 0x7F000001},
-        {"1", 1},
-        {"127.1", 0x7F000001},
-        {"0x7f.1", 0x7F000001},
-        {"1.2.3.4 x", 0x01020304},
-        {" ", 0},
-        {"", 0xFFFFFFFF},
-        {"256.1.1.1", 0xFFFFFFFF},
-        {"1.2.3.4x", 0xFFFFFFFF},
-        {"localhost", 0xFFFFFFFF},
-        {"1.2.3.4.5", 0xFFFFFFFF},
-        {std::string("1\0", 2), 0xFFFFFFFF},
-        {"255.255.255.255", 0xFFFFFFFF},
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(sockets_.AddressFromText(row.Text), htonl(row.Address)) << row.Text;
+    const std::pair<std::string, std::uint32_t> rows[] = {{"127.0.0.1", 0x7F000001}, {"1", 1},
+                                                          {"127.1", 0x7F000001},     {"0x7f.1", 0x7F000001},
+                                                          {"1.2.3.4 x", 0x01020304}, {" ", 0}};
+    for (const auto& [text, address] : rows)
+        EXPECT_EQ(sockets_.AddressFromText(text), htonl(address)) << text;
+    for (const std::string& text :
+         {""s, "256.1.1.1"s, "1.2.3.4x"s, "localhost"s, "1.2.3.4.5"s, "1\0"s, "255.255.255.255"s})
+        EXPECT_EQ(sockets_.AddressFromText(text), 0xFFFFFFFF) << text;
 
     // Names that are refused before anybody is asked.
-    for (const std::string& name : {std::string(), std::string("."), std::string("bad..name"), std::string(".name"),
-                                    std::string("name.."), std::string(64, 'a') + ".example", std::string(127, 'a'),
-                                    std::string("local\0host", 10), std::string("local host")})
+    for (const std::string& name : {""s, "."s, "bad..name"s, ".name"s, "name.."s, std::string(64, 'a') + ".example",
+                                    std::string(127, 'a'), "local\0host"s, "local host"s})
         EXPECT_EQ(sockets_.AddressOfHost(name), "") << name;
     EXPECT_EQ(sockets_.AddressOfHost("localhost"), std::string("\x7F\0\0\x01", 4));
 

@@ -19,10 +19,9 @@ using Strings = std::vector<std::string>;
 class ServersTest : public ::testing::Test {
 protected:
     ServersTest() {
-        Favorites::CurrentLink = {};
-        Favorites::LinkFinished = false;
-        Favorites::RunCompleted = false;
-        Favorites::EndOnMainClose = false;
+        using namespace Favorites;
+        CurrentLink = {};
+        LinkFinished = RunCompleted = EndOnMainClose = false;
         for (const char* key : {"Catch401", "Catch403", "Catch404", "CatchUnabled", "CatchTimedout", "CatchConnerr"})
             machine.Settings.Values[key] = "1";
         machine.Settings.Values["Timeout"] = "20";

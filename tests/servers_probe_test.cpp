@@ -3,7 +3,7 @@
 #include "servers_fixture.h"
 
 #include <algorithm>
-#include <memory>
+#include <list>
 #include <random>
 
 namespace tarnwick::test {
@@ -35,8 +35,6 @@ TestServer::Serve Replies(const std::string& reply) {
     };
 }
 
-void StaySilent(Connection& peer) { peer.WaitForHangup(-1); }
-
 std::string RandomBytes(std::size_t count) {
     std::mt19937 random(1); // NOLINT: the same bytes each time
     std::string bytes(count, '\0');
@@ -58,51 +56,40 @@ const BadServer BadServers[] = {
     {"closes at once", [](Connection&) {}, Checking, ""},
     {"closes after the request", [](Connection& peer) { peer.ReadRequest(); }, Checking, ""},
     {"resets at once", [](Connection& peer) { peer.Reset(); }, Checking, ""},
-    {"resets after the request",
-     [](Connection& peer) {
-         peer.ReadRequest();
-         peer.Reset();
-     },
-     Checking, ""},
+    {"resets after the request", [](Connection& peer) { peer.ReadRequest(), peer.Reset(); }, Checking, ""},
     {"one byte a second", SendOneByteASecond, Checking, ""},
     {"status cut in two", [](Connection& peer) { SendInTwo(peer, "HTTP/1.0 40", "4 Not Found\r\n\r\n"); }, Checking,
      ""},
     {"line cut behind the status", [](Connection& peer) { SendInTwo(peer, "HTTP/1.0 404 Not", " Found\r\n\r\n"); },
      "Document not found", "Not found (404)"},
     {"NULs", Replies(std::string(70000, '\0')), Checking, ""},
-    {"NUL behind the status", Replies(std::string("HTTP/1.0 404\0 Not Found", 23)), Checking, ""},
     {"NULs in front of the status", Replies(std::string("\0\0\0 404 Not Found", 17)), "Document not found",
      "Not found (404)"},
     {"random bytes", Replies(RandomBytes(200000)), Checking, ""},
     {"a long line behind the status", Replies("HTTP/1.0 403 " + std::string(100000, 'x') + "\r\n\r\n"),
      "Document forbidden", "Forbidden (403)"},
     {"a long line without a status", Replies(std::string(100000, 'x') + " 404 Not Found\r\n\r\n"), Checking, ""},
-    {"a number out of range", Replies("HTTP/1.0 4294967700 Not Found\r\n\r\n"), Checking, ""},
-    {"no reason phrase", Replies("HTTP/1.0 404\r\n\r\n"), Checking, ""},
-    {"no HTTP, but a number", Replies("+OK 401 messages\r\n"), "Unauthorized", "Unauthorized (401)"},
 };
 
 } // namespace
 
 TEST_F(ServersTest, EachBadServerEndsItsOwnLinkAlone) {
     const int before = OpenSockets();
-    std::vector<std::unique_ptr<TestServer>> servers;
+    std::list<TestServer> servers;
     std::vector<Strings> rows;
     for (const BadServer& bad : BadServers) {
-        servers.push_back(std::make_unique<TestServer>(bad.Serve));
-        const std::string url = "http://" + servers.back()->Address() + "/";
+        const std::string url = "http://" + servers.emplace_back(bad.Serve).Address() + "/";
         AddFavorite(bad.Name, url);
+        if (!bad.Problem.empty())
+            rows.push_back(RowOf(bad.Name, url, bad.Problem));
     }
     CheckRoot();
 
-    for (std::size_t i = 0; i < std::size(BadServers); ++i) {
-        const BadServer& bad = BadServers[i];
+    for (const BadServer& bad : BadServers) {
         EXPECT_EQ(shown[bad.Name].Status, bad.Status) << bad.Name;
         EXPECT_LT(shown[bad.Name].LastMs - shown[bad.Name].FirstMs, 15000) << bad.Name;
-        EXPECT_EQ(servers[i]->Accepted(), 1) << bad.Name;
-        if (!bad.Problem.empty())
-            rows.push_back(RowOf(bad.Name, "http://" + servers[i]->Address() + "/", bad.Problem));
     }
+    EXPECT_TRUE(std::ranges::all_of(servers, [](const TestServer& server) { return server.Accepted() == 1; }));
     std::vector<Strings> report = Report();
     std::ranges::sort(report);
     std::ranges::sort(rows);
@@ -116,25 +103,21 @@ TEST_F(ServersTest, LinksThatCannotStandEndAtOnce) {
     const BoundPort nobody;
     const std::string refused = "http://127.0.0.1:" + std::to_string(nobody.Port) + "/";
     const std::string noName = "http://empty..label.invalid/";
-    const std::string noPort = "http://127.0.0.1:99999/";
     AddFavorite("a refused", refused);
     AddFavorite("b no name", noName);
-    AddFavorite("c no port", noPort);
-    AddFavorite("d no HTTP", "ftp://127.0.0.1/");
+    AddFavorite("c no HTTP", "ftp://127.0.0.1/");
     CheckRoot();
     EXPECT_EQ(shown["a refused"].Status, "Connection error");
     EXPECT_EQ(shown["b no name"].Status, "Unable to connect");
-    EXPECT_EQ(shown["c no port"].Status, "Unable to connect");
     EXPECT_EQ(Report(), (std::vector<Strings>{RowOf("a refused", refused, "Connection error"),
-                                              RowOf("b no name", noName, "Unable to connect"),
-                                              RowOf("c no port", noPort, "Unable to connect")}));
+                                              RowOf("b no name", noName, "Unable to connect")}));
 }
 
 TEST_F(ServersTest, SilenceEndsByTheTimeOut) {
     machine.Settings.Values["Timeout"] = "1";
     const int before = OpenSockets();
     {
-        const TestServer silent(StaySilent);
+        const TestServer silent([](Connection& peer) { peer.WaitForHangup(-1); });
         const FullListener full;
         const std::string silentUrl = "http://" + silent.Address() + "/";
         const std::string fullUrl = "http://127.0.0.1:" + std::to_string(full.Port()) + "/";
@@ -178,40 +161,24 @@ TEST_F(ServersTest, AReplyWithoutEndIsDroppedBehindItsFirstChunk) {
     EXPECT_LT(sent, ManyBytes / 10); // what the system's buffers hold
 }
 
-namespace {
-
-// The states of a link in which a run can be stopped, by what the window shows of it.
-struct Moment {
-    const char* Status;
-    bool Stands;
-};
-constexpr Moment Moments[] = {{"Connecting...", false}, {"Checking document...", true}};
-
-} // namespace
-
 TEST_F(ServersTest, StopAndCloseBoxDropTheConnection) {
     std::atomic<int> dropped = 0;
-    for (const Moment& moment : Moments) {
+    for (const bool stands : {false, true}) {
         for (const bool closeBox : {false, true}) {
-            SCOPED_TRACE(std::string(moment.Status) + (closeBox ? " close box" : " Stop"));
+            SCOPED_TRACE(std::string(stands ? "connected," : "connecting,") + (closeBox ? " close box" : " Stop"));
             const int before = OpenSockets();
             {
                 const FullListener full;
                 TestServer silent([&dropped](Connection& peer) { dropped += peer.WaitForHangup(-1) ? 1 : 0; });
                 dropped = 0;
-                AddFavorite("a", "http://127.0.0.1:" + std::to_string(moment.Stands ? silent.Port() : full.Port()));
+                AddFavorite("a", "http://127.0.0.1:" + std::to_string(stands ? silent.Port() : full.Port()));
                 AddFavorite("b", "http://" + silent.Address() + "/never-reached");
-                machine.Events.When([&] { return Form4->Label8.Caption == moment.Status; },
-                                    [&] {
-                                        if (closeBox)
-                                            Form4->Unload();
-                                        else
-                                            Press(*Form4, Form4->Command1);
-                                    });
+                machine.Events.When([&] { return Form4->Label8.Caption == (stands ? Checking : "Connecting..."); },
+                                    [&] { closeBox ? Form4->Unload() : Press(*Form4, Form4->Command1); });
                 CheckRoot();
-                while (moment.Stands && dropped == 0)
+                while (stands && dropped == 0)
                     std::this_thread::yield();
-                EXPECT_EQ(silent.Accepted(), moment.Stands ? 1 : 0);
+                EXPECT_EQ(silent.Accepted(), stands ? 1 : 0);
                 EXPECT_TRUE(Report().empty());
                 if (!closeBox) {
                     EXPECT_EQ(Form4->Command1.Caption, "&Finish");
@@ -222,38 +189,6 @@ TEST_F(ServersTest, StopAndCloseBoxDropTheConnection) {
             EXPECT_EQ(OpenSockets(), before);
         }
     }
-}
-
-TEST_F(ServersTest, ARunAfterAStopChecksAllLinksAnew) {
-    const TestServer silent(StaySilent);
-    const TestServer missing(Replies("HTTP/1.0 404 Not Found\r\n\r\n"));
-    AddFavorite("a", "http://" + silent.Address() + "/");
-    machine.Events.When([] { return Form4->Label8.Caption == Checking; }, [] { Press(*Form4, Form4->Command1); });
-    CheckRoot();
-    Press(*Form4, Form4->Command1);
-
-    const std::string url = "http://" + missing.Address() + "/";
-    AddFavorite("a", url);
-    AddFavorite("b", url);
-    CheckRoot();
-    EXPECT_EQ(Report(), (std::vector<Strings>{RowOf("a", url, "Not found (404)"), RowOf("b", url, "Not found (404)")}));
-}
-
-TEST_F(ServersTest, TheEndOfTheProgramLeavesNoSocket) {
-    const int before = OpenSockets();
-    {
-        const TestServer silent(StaySilent);
-        AddFavorite("a", "http://" + silent.Address() + "/");
-        machine.Events.When([] { return Form4->Label8.Caption == Checking; },
-                            [] {
-                                Form4->Unload();
-                                Form3->Unload();
-                            });
-        CheckRoot();
-        EXPECT_TRUE(machine.Windows.HasEnded());
-        WindowSlot::DropAll();
-    }
-    EXPECT_EQ(OpenSockets(), before);
 }
 
 } // namespace tarnwick::test

@@ -11,7 +11,6 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
-#include <mutex>
 #include <netinet/in.h>
 #include <poll.h>
 #include <stdexcept>
@@ -95,6 +94,12 @@ private:
     std::vector<Descriptor> clients_;
 };
 
+// Its close drops the connection without a word.
+inline void DropAtClose(int socket) {
+    const linger drop = {1, 0};
+    setsockopt(socket, SOL_SOCKET, SO_LINGER, &drop, sizeof drop);
+}
+
 // One accepted connection; each call ends early when the server is given up.
 class Connection {
 public:
@@ -131,11 +136,7 @@ public:
     }
     // True when the peer goes within this time; without a bound below 0.
     bool WaitForHangup(int ms) { return WaitFor(POLLRDHUP, ms); }
-    // The connection is dropped without a word at its end.
-    void Reset() {
-        const linger drop = {1, 0};
-        setsockopt(socket_, SOL_SOCKET, SO_LINGER, &drop, sizeof drop);
-    }
+    void Reset() { DropAtClose(socket_); }
     // Copies what `from` says to the peer until either goes.
     void Forward(int from) {
         std::array<char, 4096> buffer = {};
@@ -198,23 +199,6 @@ private:
     Descriptor stop_{eventfd(0, EFD_CLOEXEC)};
     std::atomic<int> accepted_ = 0;
     std::thread thread_;
-};
-
-// Texts that a server's thread writes down and the test reads.
-class Record {
-public:
-    void Add(const std::string& text) {
-        const std::lock_guard lock(mutex_);
-        texts_.push_back(text);
-    }
-    std::vector<std::string> Texts() const {
-        const std::lock_guard lock(mutex_);
-        return texts_;
-    }
-
-private:
-    mutable std::mutex mutex_;
-    std::vector<std::string> texts_;
 };
 
 // A program that listens on `port`; it ends with the object, and with the test however that ends.
