@@ -27,11 +27,7 @@ namespace tarnwick {
 
 namespace {
 
-// What a text needs beside the room that its widget has for it.
-struct Fit {
-    QSizeF Needed;
-    QSizeF Room;
-};
+using Fit = std::pair<QSizeF, QSizeF>; // what a text needs, and the room that its widget has for it
 
 Fit FitOfLabel(const QLabel& label) {
     const QFontMetricsF metrics(label.font(), &label);
@@ -60,8 +56,7 @@ Fit FitOfField(const QLineEdit& field) {
 }
 
 void ExpectFit(const QWidget& widget, const Fit& fit) {
-    EXPECT_LE(fit.Needed.width(), fit.Room.width()) << widget.objectName().toStdString();
-    EXPECT_LE(fit.Needed.height(), fit.Room.height()) << widget.objectName().toStdString();
+    EXPECT_EQ(fit.first.boundedTo(fit.second), fit.first) << widget.objectName().toStdString();
 }
 
 void ExpectHeadersFit(const QTableView& grid) {

@@ -115,63 +115,28 @@ private:
     }
 
     void Layout() {
-        ApplyLayout(
-            *this,
-            {
-                {.Field = Label1, .Name = "Label1", .Container = nullptr, .Place = {0, 0, 1500, 210}},
-                {.Field = Frame1, .Name = "Frame1", .Container = nullptr, .Place = {0, 300, 3000, 900}},
-                {.Field = Label2,
-                 .Name = "Label2",
-                 .Container = &Frame1,
-                 .Place = {150, 300, 1500, 210},
-                 .AccessibleDescription = "Status"},
-                {.Field = Text1,
-                 .Name = "Text1",
-                 .Container = &Frame1,
-                 .Place = {1650, 300, 600, 285},
-                 .TabIndex = 0,
-                 .AccessibleName = "Seconds",
-                 .MaxLength = 2},
-                {.Field = Option1, .Name = "Option1", .Container = &Frame1, .Place = {0, 0, 900, 225}, .TabIndex = 6},
-                {.Field = Option2,
-                 .Name = "Option2",
-                 .Container = nullptr,
-                 .Place = {3000, 0, 900, 225},
-                 .TabIndex = 7},
-                {.Field = Check1,
-                 .Name = "Check1",
-                 .Container = nullptr,
-                 .Place = {3000, 300, 900, 225},
-                 .TabIndex = 5},
-                {.Field = Picture1, .Name = "Picture1", .Container = nullptr, .Place = {4500, 0, 1500, 1500}},
-                {.Field = Line1, .Name = "Line1", .Container = nullptr, .Place = {0, 1305, 3000, 0}},
-                {.Field = Shape1, .Name = "Shape1", .Container = nullptr, .Place = {0, 0, 6000, 6000}},
-                {.Field = Grid1,
-                 .Name = "Grid1",
-                 .Container = nullptr,
-                 .Place = {0, 1500, 6000, 1500},
-                 .TabIndex = 3,
-                 .AccessibleName = "Rows"},
-                {.Field = Tree1,
-                 .Name = "Tree1",
-                 .Container = nullptr,
-                 .Place = {0, 3000, 6000, 1500},
-                 .TabIndex = 4,
-                 .AccessibleName = "Folders"},
-                {.Field = Command2,
-                 .Name = "Command2",
-                 .Container = nullptr,
-                 .Place = {0, 4800, 900, 375},
-                 .Caption = "&Two",
-                 .TabIndex = 2},
-                {.Field = Command1,
-                 .Name = "Command1",
-                 .Container = nullptr,
-                 .Place = {1500, 4800, 900, 375},
-                 .Caption = "&One",
-                 .TabIndex = 1,
-                 .Default = true},
-            });
+        ApplyLayout(*this, {
+                               {Label1, "Label1", nullptr, {0, 0, 1500, 210}},
+                               {Frame1, "Frame1", nullptr, {0, 300, 3000, 900}},
+                               {Label2, "Label2", &Frame1, {150, 300, 1500, 210}},
+                               {Text1, "Text1", &Frame1, {1650, 300, 600, 285}, "", 0},
+                               {Option1, "Option1", &Frame1, {0, 0, 900, 225}, "", 6},
+                               {Option2, "Option2", nullptr, {3000, 0, 900, 225}, "", 7},
+                               {Check1, "Check1", nullptr, {3000, 300, 900, 225}, "", 5},
+                               {Picture1, "Picture1", nullptr, {4500, 0, 1500, 1500}},
+                               {Line1, "Line1", nullptr, {0, 1305, 3000, 0}},
+                               {Shape1, "Shape1", nullptr, {0, 0, 6000, 6000}},
+                               {Grid1, "Grid1", nullptr, {0, 1500, 6000, 1500}, "", 3},
+                               {Tree1, "Tree1", nullptr, {0, 3000, 6000, 1500}, "", 4},
+                               {Command2, "Command2", nullptr, {0, 4800, 900, 375}, "&Two", 2},
+                               {Command1, "Command1", nullptr, {1500, 4800, 900, 375}, "&One", 1},
+                           });
+        Command1.Default = true;
+        Text1.MaxLength = 2;
+        Text1.AccessibleName = "Seconds";
+        Grid1.AccessibleName = "Rows";
+        Tree1.AccessibleName = "Folders";
+        Label2.AccessibleDescription = "Status";
     }
 };
 
@@ -183,6 +148,16 @@ protected:
         QCoreApplication::processEvents();
     }
     template <class T> T& RealOf(const Control& control) { return Real<T>(*Sample, control); }
+    // Clicks into the middle unless told where.
+    void ClickOn(const Control& control, QPoint place = {}) {
+        QTest::mouseClick(&RealOf<QWidget>(control), Qt::LeftButton, {}, place);
+    }
+    static void Start(Timer& timer, int ms, std::function<void()> tick) {
+        timer.Tick = std::move(tick);
+        timer.SetInterval(ms);
+        timer.Enable();
+    }
+    void ShowBox() { Machine.Windows.ShowMessage("box", "box", MessageIcon::Information, MessageButtons::Ok); }
 
     WindowObject<SampleWindow> Sample; // outlives the machine, which gives its window up
     WindowObject<SampleWindow> Other;

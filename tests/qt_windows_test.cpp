@@ -77,11 +77,14 @@ TEST_F(QtWindowsTest, ShowsDataAsPlainTextEverywhere) {
     EXPECT_EQ(RealWindow("Sample")->windowTitle(), QStringLiteral("<b>R&D</b> [*][*]\uFFFD"));
 }
 
-TEST_F(QtWindowsTest, BreaksLinesAtItsOwnLineEndsOnly) {
+TEST_F(QtWindowsTest, ShowsAtOnceWhatAClickHasChangedAndBreaksLinesAtItsOwnLineEndsOnly) {
     Sample->Label1.WordWrap = true;
-    Sample->Label1.Caption = "one\r\ntwo\nthree\rfour";
-    Sample->Label2.Caption = "one\r\ntwo";
+    Sample->Command1.Click = [this] {
+        Sample->Label1.Caption = "one\r\ntwo\nthree\rfour";
+        Sample->Label2.Caption = "one\r\ntwo";
+    };
     ShowSample();
+    ClickOn(Sample->Command1);
     EXPECT_EQ(RealOf<QLabel>(Sample->Label1).text(), QStringLiteral("one\ntwo three four"));
     EXPECT_EQ(RealOf<QLabel>(Sample->Label2).text(), QStringLiteral("one two"));
 }
@@ -138,17 +141,15 @@ TEST_F(QtWindowsTest, RaisesWhatTheUserDoes) {
     ShowSample();
     SampleWindow& window = *Sample;
 
-    QTest::mouseClick(&RealOf<QPushButton>(window.Command2), Qt::LeftButton);
-    QTest::mouseClick(&RealOf<QLabel>(window.Label2), Qt::LeftButton);
-    QTest::mouseClick(&RealOf<QCheckBox>(window.Check1), Qt::LeftButton, {}, QPoint(5, 7));
-    QTest::mouseClick(&RealOf<QRadioButton>(window.Option2), Qt::LeftButton, {}, QPoint(5, 7));
+    ClickOn(window.Command2);
+    ClickOn(window.Label2);
+    ClickOn(window.Check1, QPoint(5, 7));
+    ClickOn(window.Option2, QPoint(5, 7));
     EXPECT_EQ(window.Log, (Log{"Command2", "Label2", "Check1", "Option2"}));
     EXPECT_EQ(window.Check1.Value, 1);
-    EXPECT_FALSE(window.Option1.Value);
-    EXPECT_TRUE(window.Option2.Value);
-    QTest::mouseClick(&RealOf<QRadioButton>(window.Option1), Qt::LeftButton, {}, QPoint(5, 7));
-    EXPECT_TRUE(window.Option1.Value);
-    EXPECT_FALSE(window.Option2.Value);
+    EXPECT_TRUE(!window.Option1.Value && window.Option2.Value);
+    ClickOn(window.Option1, QPoint(5, 7));
+    EXPECT_TRUE(window.Option1.Value && !window.Option2.Value);
 
     QTest::keyClicks(&RealOf<QLineEdit>(window.Text1), "123");
     EXPECT_EQ(window.Text1.Text, "12");
@@ -156,13 +157,6 @@ TEST_F(QtWindowsTest, RaisesWhatTheUserDoes) {
     Machine.Windows.PumpEvents();
     QTest::keyClicks(&RealOf<QLineEdit>(window.Text1), "9");
     EXPECT_EQ(window.Text1.Text, "9");
-}
-
-TEST_F(QtWindowsTest, ShowsAtOnceWhatAClickHasChanged) {
-    Sample->Command1.Click = [this] { Sample->Label1.Caption = "new"; };
-    ShowSample();
-    QTest::mouseClick(&RealOf<QPushButton>(Sample->Command1), Qt::LeftButton);
-    EXPECT_EQ(RealOf<QLabel>(Sample->Label1).text(), QStringLiteral("new"));
 }
 
 TEST_F(QtWindowsTest, TakesTheKeyboard) {
@@ -182,10 +176,10 @@ TEST_F(QtWindowsTest, TakesTheKeyboard) {
 
     window.Log.clear();
     grid.setFocus();
-    QTest::keyClick(&grid, Qt::Key_Down);
-    EXPECT_EQ(window.Grid1.SelectedRow, 1);
-    QTest::keyClick(&grid, Qt::Key_Down);
-    EXPECT_EQ(window.Grid1.SelectedRow, 2);
+    for (const int row : {1, 2}) {
+        QTest::keyClick(&grid, Qt::Key_Down);
+        EXPECT_EQ(window.Grid1.SelectedRow, row);
+    }
     QTest::keyClick(&grid, Qt::Key_Menu);
     QTest::keyClick(&grid, Qt::Key_F10, Qt::ShiftModifier);
     QTest::keyClick(&grid, Qt::Key_Return);
@@ -258,7 +252,7 @@ TEST_F(QtWindowsTest, InputMeetsTheModelAsItIsNow) {
     SampleWindow& window = *Sample;
     Machine.Windows.Show(window); // shown this moment: what changes now is not on the screen for a moment
     window.Command1.Enabled = false;
-    QTest::mouseClick(&RealOf<QPushButton>(window.Command1), Qt::LeftButton);
+    ClickOn(window.Command1);
     EXPECT_EQ(window.Log, Log{});
 }
 
@@ -271,7 +265,7 @@ TEST_F(QtWindowsTest, UnloadsFromItsOwnHandler) {
         window.Log.push_back(Sample.IsLoaded() ? "loaded" : "gone");
     };
     auto& other = RealOf<QPushButton>(window.Command2);
-    QTest::mouseClick(&RealOf<QPushButton>(window.Command1), Qt::LeftButton);
+    ClickOn(window.Command1);
     EXPECT_EQ(RealWindow("Sample"), nullptr);
     other.click(); // the real window is there until Qt deletes it
     EXPECT_EQ(window.Log, (Log{"gone"}));
@@ -280,21 +274,19 @@ TEST_F(QtWindowsTest, UnloadsFromItsOwnHandler) {
 // Qt is in the middle of the button's click when the window's real one could be deleted.
 TEST_F(QtWindowsTest, RealWindowStaysWhileItsHandlerIsOnTheStack) {
     Sample->Command1.Click = [this] {
-        Machine.Windows.ShowMessage("box", "box", MessageIcon::Information, MessageButtons::Ok);
+        ShowBox();
         for (int pass = 0; pass < 3; ++pass)
             Machine.Windows.PumpEvents();
     };
-    Other->Timer1.Tick = [this] {
+    Start(Other->Timer1, 50, [this] {
         if (Sample.IsLoaded())
             Sample->Unload();
         else
             QApplication::activeModalWidget()->close();
-    };
-    Other->Timer1.SetInterval(50);
-    Other->Timer1.Enable();
+    });
     ShowSample();
     const QPointer<QWidget> real = RealWindow("Sample");
-    QTest::mouseClick(&RealOf<QPushButton>(Sample->Command1), Qt::LeftButton);
+    ClickOn(Sample->Command1);
     EXPECT_NE(real, nullptr);
     EXPECT_FALSE(Sample.IsLoaded());
 }
@@ -328,7 +320,7 @@ TEST_F(QtWindowsTest, ModalWindowBlocksItsCallerUntilItIsUnloaded) {
         log.push_back("shown");
         QTest::mouseClick(&Real<QPushButton>(*Other, Other->Command1), Qt::LeftButton);
     });
-    QTest::mouseClick(&RealOf<QPushButton>(Sample->Command1), Qt::LeftButton);
+    ClickOn(Sample->Command1);
     EXPECT_EQ(log, (Log{"shown", "gone"}));
 }
 
@@ -341,17 +333,13 @@ TEST_F(QtWindowsTest, EndLeavesEveryLoop) {
         Machine.Windows.WaitForEvents(); // would sleep for ever
         log.push_back("wait");
     };
-    Sample->Timer1.Tick = [&] {
+    Start(Sample->Timer1, 1, [&] {
         Sample->Timer1.Disable();
         const MessageAnswer answer =
             Machine.Windows.ShowMessage("?", "?", MessageIcon::Question, MessageButtons::YesNo);
         log.push_back(answer == MessageAnswer::No ? "no" : "yes");
-    };
-    Sample->Timer2.Tick = [&] { Machine.Windows.End(); };
-    Sample->Timer1.SetInterval(1);
-    Sample->Timer1.Enable();
-    Sample->Timer2.SetInterval(30);
-    Sample->Timer2.Enable();
+    });
+    Start(Sample->Timer2, 30, [&] { Machine.Windows.End(); });
     Sample.Show();
     Soon([&] { RealOf<QPushButton>(Sample->Command1).click(); });
     Machine.Windows.Run();
@@ -369,16 +357,14 @@ TEST_F(QtWindowsTest, TicksAndMessagesComeInNestedLoops) {
         return std::int32_t{0};
     });
     int ticks = 0;
-    Sample->Timer1.Tick = [&] {
+    Start(Sample->Timer1, 1, [&] {
         ++ticks;
         Machine.Loop.Post({Sample->Handle(), 1, 0, 0});
         if (ticks == 1)
-            Machine.Windows.ShowMessage("box", "box", MessageIcon::Information, MessageButtons::Ok);
+            ShowBox();
         else if (ticks == 3)
             QApplication::activeModalWidget()->close();
-    };
-    Sample->Timer1.SetInterval(1);
-    Sample->Timer1.Enable();
+    });
     ShowSample();
     while (ticks < 3)
         Machine.Windows.WaitForEvents();
@@ -389,14 +375,12 @@ TEST_F(QtWindowsTest, TicksAndMessagesComeInNestedLoops) {
 // The pump leaves the ticks alone that it handles itself, but not those of a box that a click in it opens.
 TEST_F(QtWindowsTest, TicksComeInABoxThatAClickInAPumpOpens) {
     Sample->Command1.Click = [this] {
-        Sample->Timer1.Enable();
-        Machine.Windows.ShowMessage("box", "box", MessageIcon::Information, MessageButtons::Ok);
-    };
-    Sample->Timer1.SetInterval(1);
-    Sample->Timer1.Tick = [this] {
-        Sample->Timer1.Disable();
-        Sample->Log.push_back("tick");
-        QApplication::activeModalWidget()->close();
+        Start(Sample->Timer1, 1, [this] {
+            Sample->Timer1.Disable();
+            Sample->Log.push_back("tick");
+            QApplication::activeModalWidget()->close();
+        });
+        ShowBox();
     };
     ShowSample();
     Soon([this] { RealOf<QPushButton>(Sample->Command1).click(); });
@@ -406,19 +390,15 @@ TEST_F(QtWindowsTest, TicksComeInABoxThatAClickInAPumpOpens) {
 
 TEST_F(QtWindowsTest, WaitReturnsForEventsAndShowsWhatHasChanged) {
     ShowSample();
-    SampleWindow& window = *Sample;
     QString shown;
-    window.Timer1.Tick = [&] { shown = RealOf<QLabel>(window.Label1).text(); };
-    window.Timer1.SetInterval(100);
-    window.Timer1.Enable();
-    window.Label1.Caption = "new";
+    Start(Sample->Timer1, 100, [&] {
+        Sample->Timer1.Disable();
+        shown = RealOf<QLabel>(Sample->Label1).text();
+    });
+    Sample->Label1.Caption = "new";
     Machine.Windows.WaitForEvents(); // painting the label is no event
     EXPECT_EQ(shown, QStringLiteral("new"));
-}
-
-TEST_F(QtWindowsTest, WaitReturnsForAClickAndForAPostedMessage) {
-    ShowSample();
-    Soon([&] { QTest::mouseClick(&RealOf<QPushButton>(Sample->Command1), Qt::LeftButton); });
+    Soon([&] { ClickOn(Sample->Command1); });
     Machine.Windows.WaitForEvents();
     EXPECT_EQ(Sample->Log, (Log{"Command1"}));
     Machine.Loop.Post({Sample->Handle(), 1, 0, 0});
@@ -427,21 +407,16 @@ TEST_F(QtWindowsTest, WaitReturnsForAClickAndForAPostedMessage) {
 }
 
 TEST_F(QtWindowsTest, AnswersOfAQuestion) {
-    struct Row {
-        Qt::Key Key;
-        Qt::KeyboardModifiers With;
-        MessageAnswer Answer;
-    };
     ShowSample();
-    for (const Row& row : {Row{Qt::Key_Return, {}, MessageAnswer::No}, Row{Qt::Key_Escape, {}, MessageAnswer::No},
-                           Row{Qt::Key_Y, Qt::AltModifier, MessageAnswer::Yes}}) {
-        Soon([&row] {
+    for (const auto& [key, answer] : {std::pair{Qt::Key_Return, MessageAnswer::No},
+                                      {Qt::Key_Escape, MessageAnswer::No},
+                                      {Qt::Key_Y, MessageAnswer::Yes}}) {
+        Soon([key = key] {
             auto* box = static_cast<QMessageBox*>(QApplication::activeModalWidget());
             ASSERT_TRUE(QTest::qWaitForWindowActive(box)); // access keys are the active window's
-            QTest::keyClick(box, row.Key, row.With);
+            QTest::keyClick(box, key, key == Qt::Key_Y ? Qt::AltModifier : Qt::NoModifier);
         });
-        EXPECT_EQ(Machine.Windows.ShowMessage("?", "T", MessageIcon::Question, MessageButtons::YesNo), row.Answer)
-            << row.Key;
+        EXPECT_EQ(Machine.Windows.ShowMessage("?", "T", MessageIcon::Question, MessageButtons::YesNo), answer) << key;
     }
 }
 
@@ -449,14 +424,14 @@ TEST_F(QtWindowsTest, MenuRaisesTheChosenEntryAndNeverAGreyedOne) {
     ShowSample();
     Log log;
     MenuEntry first, line, greyed, last;
-    first.Caption = "first";
     line.Separator = true;
-    greyed.Caption = "greyed";
     greyed.Enabled = false;
-    last.Caption = "last";
-    first.Click = [&] { log.push_back("first"); };
-    greyed.Click = [&] { log.push_back("greyed"); };
-    last.Click = [&] { log.push_back(QApplication::activePopupWidget() == nullptr ? "last" : "last, menu open"); };
+    for (MenuEntry* entry : {&first, &greyed, &last}) {
+        entry->Caption = entry == &first ? "first" : entry == &greyed ? "greyed" : "last";
+        entry->Click = [&log, entry] {
+            log.push_back(entry->Caption + (QApplication::activePopupWidget() == nullptr ? "" : ", menu open"));
+        };
+    }
     Menu menu{"menu", "Menu", {&first, &line, &greyed, &last}};
     Soon([] {
         for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Return})
