@@ -1,7 +1,5 @@
 #include "Driver.h"
 
-#include "duplicates/LinkKey.h"
-
 namespace tarnwick {
 namespace {
 
@@ -183,12 +181,6 @@ TEST_F(PairsTest, ReadOnlyFilesStayAndNoSelectionDoesNothing) {
     Remove(2, "mnuDupK1");
     EXPECT_EQ(Pairs(), (Strings{"A-B", "B-C"}));
     EXPECT_TRUE(machine.Favorites.Has("A.url"));
-}
-
-TEST_F(DuplicatesTest, LinksDifferInMoreThanTheirCase) {
-    EXPECT_TRUE(EqualLinks("http://A/x", "HTTP://a/X"));
-    EXPECT_FALSE(EqualLinks("http://a/x", "http://a/x/"));
-    EXPECT_EQ(LinkKey("http://A/x"), LinkKey("HTTP://a/X"));
 }
 
 } // namespace

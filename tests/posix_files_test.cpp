@@ -75,10 +75,8 @@ TEST_F(PosixFilesTest, PatternMatchesRegardlessOfCase) {
 TEST_F(PosixFilesTest, WhatCanNotBeListedIsNotOpen) {
     MakeFile("folder/file.url");
     MakeFolder("empty");
-    EXPECT_EQ(List("missing/*"), Names{});
-    EXPECT_EQ(List("folder/file.url/*"), Names{});
-    EXPECT_EQ(List("empty/*.url"), Names{});
-    EXPECT_EQ(List("folder/"), Names{});
+    for (const char* pattern : {"missing/*", "folder/file.url/*", "empty/*.url", "folder/"})
+        EXPECT_EQ(List(pattern), Names{}) << pattern;
     ListingHandle listing = -1;
     EXPECT_EQ(files_.OpenListing(Backslashed(home_ / "folder") + std::string("\0\\*", 3), listing), "");
     EXPECT_EQ(listing, 0);
@@ -94,16 +92,13 @@ TEST_F(PosixFilesTest, FolderWithoutReadPermissionListsNothing) {
 
 TEST_F(PosixFilesTest, LinksInACircleAreNotWalkedBelowThemselves) {
     MakeFile("top/a/b/x.url");
-    Link(home_ / "top/a", "top/a/b/back");
-    Link("..", "top/a/parent");
-    Link("/", "top/a/root");
-    Link(".", "top/a/self");
     MakeFile("other/y.url");
     Link(home_ / "other", "top/a/other");
-    for (const char* circle :
-         {"top/a/b/back/*", "top/a/parent/*", "top/a/root/*", "top/a/self/*", "top/a/b/back/*.url"})
-        EXPECT_EQ(List(circle), Names{}) << circle;
-    EXPECT_EQ(List("top/a/b/*.url"), Names{"x.url"});
+    for (const auto& [link, target] :
+         {std::pair{"b/back", home_ / "top/a"}, {"up", ".."}, {"root", "/"}, {"self", "."}}) {
+        Link(target, std::string("top/a/") + link);
+        EXPECT_EQ(List(std::string("top/a/") + link + "/*"), Names{}) << link;
+    }
     EXPECT_EQ(List("top/a/other/*.url"), Names{"y.url"});
     EXPECT_EQ(List("top/a/b//*.url"), Names{"x.url"});
 }
@@ -116,14 +111,11 @@ TEST_F(PosixFilesTest, ListingsStandSideBySide) {
     EXPECT_EQ(files_.OpenListing(Backslashed(home_ / "one/*.url"), first), "a.url");
     EXPECT_EQ(files_.OpenListing(Backslashed(home_ / "one/*.url"), second), "a.url");
     EXPECT_NE(first, second);
-    files_.CloseListing(first);
-    files_.CloseListing(first);
-    files_.CloseListing(0);
-    EXPECT_EQ(files_.StepListing(first), "");
-    EXPECT_EQ(files_.StepListing(-1), "");
+    for (const ListingHandle closed : {first, first, ListingHandle{0}})
+        files_.CloseListing(closed);
+    EXPECT_EQ(files_.StepListing(first) + files_.StepListing(-1), "");
     EXPECT_EQ(files_.StepListing(second), "b.url");
-    EXPECT_EQ(files_.StepListing(second), "");
-    EXPECT_EQ(files_.StepListing(second), "");
+    EXPECT_EQ(files_.StepListing(second) + files_.StepListing(second), "");
 }
 
 TEST_F(PosixFilesTest, LargeFolderIsListedInOrder) {
