@@ -420,6 +420,25 @@ TEST_F(Win32WindowsTest, AnswersOfAQuestion) {
     }
 }
 
+TEST_F(Win32WindowsTest, QuestionFitsTheScreenWhateverItNames) {
+    ShowSample();
+    std::string words;
+    for (int i = 0; i < 5000; ++i)
+        words += "a ";
+    RECT place = {};
+    std::wstring text;
+    Soon([&] {
+        GetWindowRect(Box(), &place);
+        text = TextOf(GetDlgItem(Box(), 0xFFFF)); // MSGBOX_IDTEXT
+    });
+    AnswerBox(IDNO);
+    Machine.Windows.ShowMessage("Name: x\r\nURL: " + words + "\r\nend", "T", MessageIcon::Question,
+                                MessageButtons::YesNo);
+    EXPECT_GT(place.bottom, 0);
+    EXPECT_LE(place.bottom - place.top, GetSystemMetrics(SM_CYSCREEN));
+    EXPECT_TRUE(text.starts_with(L"Name: x\r\nURL: a a "));
+}
+
 TEST_F(Win32WindowsTest, MenuRaisesTheChosenEntryAndNeverAGreyedOne) {
     ShowSample();
     Log log;

@@ -25,6 +25,19 @@ UINT MessageFlags(MessageIcon icon, MessageButtons buttons) {
     return shape | MB_ICONASTERISK;
 }
 
+// A box grows with its text; no favorite may push the buttons off the screen.
+std::wstring WithShortLines(std::wstring text) {
+    constexpr std::size_t longest = 1000; // characters
+    std::size_t start = 0;
+    while (start < text.size()) {
+        const std::size_t end = std::min(text.find(L'\n', start), text.size());
+        if (end - start > longest)
+            text.replace(start + longest, end - start - longest, L"...");
+        start = std::min(text.find(L'\n', start), text.size()) + 1;
+    }
+    return text;
+}
+
 HMENU MakeMenu(const Menu& menu) {
     const HMENU made = CreatePopupMenu();
     UINT_PTR number = 0;
@@ -150,7 +163,7 @@ MessageAnswer Win32Windows::ShowMessage(const std::string& text, const std::stri
     const std::size_t depth = modals_.size();
     modals_.push_back(owner == nullptr ? nullptr : &owner->Model());
     pump_.SyncNow();
-    const int answer = MessageBoxW(owner == nullptr ? nullptr : owner->Real(), LinesOf(text).c_str(),
+    const int answer = MessageBoxW(owner == nullptr ? nullptr : owner->Real(), WithShortLines(LinesOf(text)).c_str(),
                                    SingleLineOf(title).c_str(), MessageFlags(icon, buttons));
     modals_.resize(std::min(modals_.size(), depth)); // it may have been unloaded meanwhile
     pump_.Changed();
