@@ -21,9 +21,10 @@
 
 namespace tarnwick {
 
-class Program : public ::testing::Test {
+// The whole program on a machine in memory, or on one with real services.
+template <class Machine> class ProgramOn : public ::testing::Test {
 protected:
-    Program() {
+    ProgramOn() {
         using namespace tarnwick::Favorites;
         CurrentLink = {};
         LinkFinished = RunCompleted = EndOnMainClose = SplashDone = false;
@@ -79,10 +80,10 @@ protected:
         Click(Form4->Command1);
     }
 
-    // Every kind of finding counts.
-    void CatchAll() {
+    // Every kind of finding counts, or none.
+    void CatchAll(bool all = true) {
         for (const char* key : {"Catch401", "Catch403", "Catch404", "CatchUnabled", "CatchTimedout", "CatchConnerr"})
-            machine.Settings.Values[key] = "1";
+            machine.Settings.Values[key] = all ? "1" : "0";
     }
 
     // The report's cells of one column, from top to bottom.
@@ -107,8 +108,10 @@ protected:
         window.Raise(grid.MouseButton, 2, 0, 5, 5);
     }
 
-    HeadlessPlatform machine;
+    Machine machine;
 };
+
+using Program = ProgramOn<HeadlessPlatform>;
 
 using Strings = std::vector<std::string>;
 

@@ -75,17 +75,4 @@ struct PosixMachine {
 
 inline void Press(Window& window, const Control& control) { window.Raise(control.Click); }
 
-// From the main window to a ticked root and through the whole check: returns when the run has ended.
-inline void CheckRoot() {
-    constexpr int rootNode = 2;
-    Form3.Show();
-    Press(*Form3, Form3->Command1);
-    Press(*Form4, Form4->Command1);
-    if (Form4->Tree1.NodeCheck(rootNode) == 0) {
-        Form4->Tree1.SetNodeCheck(rootNode, 1);
-        Form4->Raise(Form4->Tree1.Check, rootNode, 1);
-    }
-    Press(*Form4, Form4->Command1);
-}
-
 } // namespace tarnwick::test

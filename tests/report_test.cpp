@@ -37,20 +37,23 @@ TEST_F(ReportTest, TheMenuNamesTheSelectedRow) {
     EXPECT_EQ(captions, (Strings{"A", "Remove it", "Hide it", "Go this site", "Get info"}));
 }
 
-TEST_F(ReportTest, RemovesAfterAYesOnly) {
-    Choose(2, "mnuBadRemove"); // answered No
+TEST_F(ReportTest, RemovesTheRowAsItStandsAfterASortAndAYesOnly) {
+    Form5->Grid1.SelectedRow = 1; // "b"
+    Form5->Raise(Form5->Grid1.HeaderClick, ReportColumn::Name);
+    EXPECT_EQ(Names(), (Strings{"A", "b", "c"}));
+    Choose(Form5->Grid1.SelectedRow, "mnuBadRemove"); // answered No
     EXPECT_EQ(machine.Windows.Messages.back(),
-              (HeadlessWindows::ShownMessage{"Are you sure to remove the following Favorite?\r\n\r\nName: A\r\nFolder: "
-                                             "Work\r\nProblem: Not found (404)\r\nURL: http://A/",
+              (HeadlessWindows::ShownMessage{"Are you sure to remove the following Favorite?\r\n\r\nName: b\r\nFolder: "
+                                             "Work\r\nProblem: Not found (404)\r\nURL: http://b/",
                                              "Tarnwick", MessageIcon::Question, MessageButtons::YesNo}));
-    EXPECT_TRUE(machine.Favorites.Has("Work\\A.url"));
+    EXPECT_TRUE(machine.Favorites.Has("Work\\b.url"));
     EXPECT_EQ(Names().size(), 3U);
 
     machine.Windows.Answers = {MessageAnswer::Yes};
-    Choose(2, "mnuBadRemove");
-    EXPECT_FALSE(machine.Favorites.Has("Work\\A.url"));
-    EXPECT_TRUE(machine.Favorites.Has("Work\\b.url") && machine.Favorites.Has("Work\\c.url"));
-    EXPECT_EQ(Names(), (Strings{"b", "c"}));
+    Choose(Form5->Grid1.SelectedRow, "mnuBadRemove");
+    EXPECT_FALSE(machine.Favorites.Has("Work\\b.url"));
+    EXPECT_TRUE(machine.Favorites.Has("Work\\A.url") && machine.Favorites.Has("Work\\c.url"));
+    EXPECT_EQ(Names(), (Strings{"A", "c"}));
     EXPECT_EQ(Form5->Grid1.SelectedRow, 0);
 }
 
@@ -63,16 +66,6 @@ TEST_F(ReportTest, AFileThatIsGoneOrStaysTakesItsRowAway) {
     EXPECT_EQ(Names(), Strings{"c"});
     EXPECT_TRUE(machine.Favorites.Has("Work\\A.url"));
     EXPECT_EQ(machine.Windows.Messages.size(), 2U);
-}
-
-TEST_F(ReportTest, ActsOnTheRowAsItStandsAfterASort) {
-    Form5->Grid1.SelectedRow = 1; // "b"
-    Form5->Raise(Form5->Grid1.HeaderClick, ReportColumn::Name);
-    EXPECT_EQ(Names(), (Strings{"A", "b", "c"}));
-    machine.Windows.Answers = {MessageAnswer::Yes};
-    Choose(Form5->Grid1.SelectedRow, "mnuBadRemove");
-    EXPECT_FALSE(machine.Favorites.Has("Work\\b.url"));
-    EXPECT_EQ(Names(), (Strings{"A", "c"}));
 }
 
 TEST_F(ReportTest, HidesAndOpensWithoutTouchingAFile) {

@@ -1,29 +1,19 @@
 #pragma once
 
+#include "Driver.h"
 #include "PosixMachine.h"
-#include "favorites/Favorites.h"
 #include "posix_support.h"
-#include "report/Form5.h"
 #include "servers_support.h"
-#include "shell/Form2.h"
-
-#include <gtest/gtest.h>
 
 #include <map>
 
 namespace tarnwick::test {
 
-using Strings = std::vector<std::string>;
-
 // The whole program on real files and real connections, with every kind of finding switched on.
-class ServersTest : public ::testing::Test {
+class ServersTest : public ProgramOn<PosixMachine> {
 protected:
     ServersTest() {
-        using namespace Favorites;
-        CurrentLink = {};
-        LinkFinished = RunCompleted = EndOnMainClose = false;
-        for (const char* key : {"Catch401", "Catch403", "Catch404", "CatchUnabled", "CatchTimedout", "CatchConnerr"})
-            machine.Settings.Values[key] = "1";
+        CatchAll();
         machine.Settings.Values["Timeout"] = "20";
         std::filesystem::create_directory(home / "Favorites");
         machine.Events.EachPass = [this] { Look(); };
@@ -34,14 +24,20 @@ protected:
         WriteFile(FileOf(name), "[InternetShortcut]\r\nURL=" + url + "\r\n");
     }
 
+    // The whole check below a ticked root: returns when the run has ended.
+    void CheckRoot() {
+        Form3.Show();
+        OpenTree();
+        if (Form4->Tree1.NodeCheck(2) == 0)
+            TickNode("- Favorites Root -");
+        Click(Form4->Command1);
+    }
+
     // The rows of the report.
     static std::vector<Strings> Report() {
         std::vector<Strings> rows;
-        for (int row = 1; row <= Form5->Grid1.RowCount(); ++row) {
-            Strings& cells = rows.emplace_back();
-            for (int column = 1; column <= ReportColumn::File; ++column)
-                cells.push_back(Form5->Grid1.CellText(row, column));
-        }
+        for (int row = 1; row <= Form5->Grid1.RowCount(); ++row)
+            rows.push_back(RowCells(Form5->Grid1, row));
         return rows;
     }
     Strings RowOf(const std::string& name, const std::string& url, const std::string& problem) const {
@@ -57,7 +53,6 @@ protected:
     std::map<std::string, Shown> shown; // by the favorite's name
 
     TemporaryHome home;
-    PosixMachine machine;
 
 private:
     // Each link is followed by a pass of its own, in which the next one begins.

@@ -174,7 +174,7 @@ TEST_F(ServersTest, StopAndCloseBoxDropTheConnection) {
                 AddFavorite("a", "http://127.0.0.1:" + std::to_string(stands ? silent.Port() : full.Port()));
                 AddFavorite("b", "http://" + silent.Address() + "/never-reached");
                 machine.Events.When([&] { return Form4->Label8.Caption == (stands ? Checking : "Connecting..."); },
-                                    [&] { closeBox ? Form4->Unload() : Press(*Form4, Form4->Command1); });
+                                    [&] { closeBox ? Form4->Unload() : Click(Form4->Command1); });
                 CheckRoot();
                 while (stands && dropped == 0)
                     std::this_thread::yield();
@@ -182,7 +182,7 @@ TEST_F(ServersTest, StopAndCloseBoxDropTheConnection) {
                 EXPECT_TRUE(Report().empty());
                 if (!closeBox) {
                     EXPECT_EQ(Form4->Command1.Caption, "&Finish");
-                    Press(*Form4, Form4->Command1);
+                    Click(Form4->Command1);
                 }
                 EXPECT_TRUE(Form3.IsLoaded() && Form3->IsVisible());
             }

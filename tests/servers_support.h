@@ -216,22 +216,15 @@ public:
             execv(arguments[0], arguments.data());
             _exit(127);
         }
-        if (!Answers(port)) {
-            End();
+        if (!Answers(port))
             throw std::runtime_error(command[0] + " doesn't listen");
-        }
     }
-    ~ServerProgram() { End(); }
-    ServerProgram(const ServerProgram&) = delete;
-    ServerProgram& operator=(const ServerProgram&) = delete;
-
-    void End() {
-        if (child_ <= 0)
-            return;
+    ~ServerProgram() {
         kill(child_, SIGTERM);
         waitpid(child_, nullptr, 0);
-        child_ = 0;
     }
+    ServerProgram(const ServerProgram&) = delete;
+    ServerProgram& operator=(const ServerProgram&) = delete;
 
 private:
     bool Answers(std::uint16_t port) const {
