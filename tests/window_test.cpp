@@ -74,6 +74,16 @@ TEST_F(WindowTest, TimersTickOnceAPassAndRefuseSenselessIntervals) {
     EXPECT_EQ(ticks, 1);
 }
 
+TEST_F(WindowTest, AWindowOutlivesTheHandlerThatUnloadsIt) {
+    Form9.Show();
+    Form9Window& about = *Form9;
+    about.Label10.Click = [&about] {
+        about.Unload();
+        EXPECT_EQ(about.Label3.Caption, "Tarnwick");
+    };
+    about.Raise(about.Label10.Click);
+}
+
 // What a keyboard and a screen reader rely on, over every window.
 TEST_F(WindowTest, EveryWindowIsWhole) {
     WindowSlot* slots[] = {&Form1, &Form2, &Form3, &Form4, &Form5, &Form6, &Form7, &Form9};
