@@ -55,13 +55,6 @@ TEST(InitialisationFile, ReadsOddFilesAsWindowsDoes) {
         EXPECT_EQ(Value(bytes), value) << testing::PrintToString(bytes);
 }
 
-TEST(InitialisationFile, NamesBeyondAsciiCompareRegardlessOfCase) {
-    EXPECT_EQ(FindInitialisationValue("[\xC3\x89t\xC3\xA9]\nCl\xC3\xA9=x", "\xC3\xA9T\xC3\x89", "CL\xC3\x89", "", 9),
-              "x");
-    // The long s is no s, whatever its upper case is.
-    EXPECT_EQ(FindInitialisationValue("[\xC5\xBF]\nk=x", "s", "k", "none", 9), "none");
-}
-
 TEST(InitialisationFile, CutsInFrontOfACharacterThatDoesNotFit) {
     const auto cut = [](const std::string& value, std::size_t size) {
         return FindInitialisationValue("[S]\nK=" + value, "S", "K", "fallback", size);

@@ -162,6 +162,7 @@ protected:
     WindowObject<SampleWindow> Sample; // outlives the machine, which gives its window up
     WindowObject<SampleWindow> Other;
     QtMachine Machine;
+    SampleWindow& window = *Sample; // while it is loaded
 };
 
 } // namespace tarnwick
