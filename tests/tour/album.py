@@ -2,7 +2,7 @@
 import os
 import subprocess
 
-from desktop import output
+from desktop import top_windows
 
 
 class Album:
@@ -30,18 +30,7 @@ class Album:
 
 
 def bounds():
-    """The smallest rectangle around all windows of the program with their frames: left, top, right, bottom."""
-    boxes = [box for line in output("xwininfo", "-root", "-children").splitlines()
-             if line.split() and line.split()[0].startswith("0x") for box in visible_box(line.split()[0])]
-    boxes = [box for box in boxes if box[2] - box[0] > 8 and box[3] - box[1] > 8]
-    return (max(0, min(box[0] for box in boxes)), max(0, min(box[1] for box in boxes)),
-            max(box[2] for box in boxes), max(box[3] for box in boxes))
-
-
-def visible_box(window):
-    about = output("xwininfo", "-id", window)
-    if "Map State: IsViewable" not in about:
-        return []
-    field = {key.strip(): value.strip() for key, _, value in (line.partition(":") for line in about.splitlines())}
-    left, top = int(field["Absolute upper-left X"]), int(field["Absolute upper-left Y"])
-    return [(left, top, left + int(field["Width"]), top + int(field["Height"]))]
+    """The smallest rectangle around all windows with their frames: left, top, right, bottom."""
+    places = [place for _, _, place in top_windows() if place[2] > 8 and place[3] > 8]
+    return (max(0, min(x for x, _, _, _ in places)), max(0, min(y for _, y, _, _ in places)),
+            max(x + width for x, _, width, _ in places), max(y + height for _, y, _, height in places))

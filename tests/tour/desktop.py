@@ -272,21 +272,26 @@ class Program:
         raise Failure(f'the menu has no entry "{entry}" that can be reached: {seen}')
 
 
+def top_windows():
+    """The windows on the screen with their frames: what the server says of each, and its place."""
+    found = []
+    for line in output("xwininfo", "-root", "-children").splitlines():
+        if not line.strip().startswith("0x"):
+            continue
+        about = output("xwininfo", "-id", line.split()[0])
+        field = {key.strip(): value.strip() for key, _, value in (row.partition(":") for row in about.splitlines())}
+        if field.get("Map State") == "IsViewable":
+            place = tuple(int(field[name]) for name in
+                          ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height"))
+            found.append((line, field, place))
+    return found
+
+
 def popup():
-    """Waits for a pop-up menu, a window past the window manager, and returns its place."""
-    def find():
-        tree = output("xwininfo", "-root", "-children")
-        for line in tree.splitlines():
-            words = line.split()
-            if not words or not words[0].startswith("0x") or '("tarnwick"' not in line.lower():
-                continue
-            about = output("xwininfo", "-id", words[0])
-            if "Map State: IsViewable" in about and "Override Redirect State: yes" in about:
-                field = {l.split(":")[0].strip(): l.split(":")[1].strip() for l in about.splitlines() if ":" in l}
-                return tuple(int(field[name]) for name in
-                             ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height"))
-        return None
-    return wait("a pop-up menu", find)
+    """Waits for a pop-up menu, a window of the program past the window manager, and returns its place."""
+    return wait("a pop-up menu", lambda: next(
+        (place for line, field, place in top_windows()
+         if '("tarnwick"' in line and field["Override Redirect State"] == "yes"), None))
 
 
 def pixels(x, y, width, height):
