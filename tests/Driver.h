@@ -86,6 +86,13 @@ protected:
             machine.Settings.Values[key] = all ? "1" : "0";
     }
 
+    // The last message box: a question with Yes and No, or a message with OK alone.
+    void ExpectMessage(const std::string& text, MessageIcon icon, const std::string& title = "Tarnwick") {
+        ASSERT_FALSE(machine.Windows.Messages.empty());
+        const auto buttons = icon == MessageIcon::Question ? MessageButtons::YesNo : MessageButtons::Ok;
+        EXPECT_EQ(machine.Windows.Messages.back(), (HeadlessWindows::ShownMessage{text, title, icon, buttons}));
+    }
+
     // The report's cells of one column, from top to bottom.
     static std::vector<std::string> Cells(const Grid& grid, int column) {
         std::vector<std::string> cells;

@@ -219,7 +219,7 @@ class RunTest : public Program {
 protected:
     void SetUp() override {
         CatchAll();
-        machine.Sockets.Hosts = {{"gone", {.Reply = "x 404 y"}}, {"silent", {}}, {"slow", {.NeverStands = true}}};
+        machine.Sockets.Hosts = {{"gone", {.Reply = "x 404 y"}}, {"silent", {}}};
         machine.Favorites.AddShortcut("1.url", "http://gone/");
         machine.Favorites.AddShortcut("2.url", "http://silent/");
         machine.Favorites.AddShortcut("3.url", "http://gone/");
@@ -247,9 +247,8 @@ TEST_F(RunTest, NeedsASelection) {
     Click(Form4->Command1);
     TickNode(Deeper);
     Click(Form4->Command1);
-    ASSERT_EQ(machine.Windows.Messages.size(), 2U);
-    EXPECT_EQ(machine.Windows.Messages[1], (HeadlessWindows::ShownMessage{"No folder(s) selected to scan", "Tarnwick",
-                                                                          MessageIcon::Critical, MessageButtons::Ok}));
+    EXPECT_EQ(machine.Windows.Messages.size(), 2U);
+    ExpectMessage("No folder(s) selected to scan", MessageIcon::Critical);
     EXPECT_EQ(Form4->Command1.Caption, "&Start");
 }
 
@@ -336,8 +335,7 @@ TEST_F(RunTest, AClickBehindTheStopDoesntReviveTheRun) {
         EXPECT_TRUE(Form4->IsVisible());
         Click(Form4->Command1); // all frames have gone
         EXPECT_FALSE(Form4->IsVisible());
-        if (findings)
-            Click(Form5->Command1);
+        Form5.Unload();
         Form4.Unload();
     }
 }
@@ -384,7 +382,7 @@ TEST_F(RunTest, AClosedWindowsRunEndsAndANewOneStartsAtOnce) {
             if (state == "half a reply")
                 machine.Sockets.Deliver("HTTP/1.0 4"); // still queued at the close
             old = std::static_pointer_cast<Form4Window>(Form4->shared_from_this());
-            machine.Favorites.LoseFile("2.url");
+            machine.Favorites.AddShortcut("2.url", "ftp://passed/");
             Form4->Unload();
             EXPECT_TRUE(machine.Sockets.OpenNumbers.empty());
             EXPECT_TRUE(Form3->IsVisible());
@@ -402,8 +400,6 @@ TEST_F(RunTest, AClosedWindowsRunEndsAndANewOneStartsAtOnce) {
         EXPECT_EQ(Form5->Grid1.RowCount(), 2);
         ExpectAtRest();
         machine.Favorites.AddShortcut("2.url", "http://silent/");
-        machine.Favorites.LoseFile("3.url");
-        machine.Favorites.AddShortcut("3.url", "http://gone/");
         Form4.Unload();
     }
 }
@@ -415,8 +411,7 @@ TEST_F(RunTest, ClosingTheMainWindowOverARunEndsTheProgram) {
         EXPECT_TRUE(machine.Windows.HasEnded());
     });
     CheckNodes({Root});
-    EXPECT_FALSE(Form4.IsLoaded());
-    EXPECT_FALSE(Form3.IsLoaded());
+    EXPECT_FALSE(Form4.IsLoaded() || Form3.IsLoaded());
     ExpectAtRest();
 }
 
@@ -434,7 +429,7 @@ TEST_F(RunTest, TimeoutReachesTheTimerAtTheNextLoadOnly) {
     machine.Favorites.LoseFile("3.url");
     const auto timeOfOneRun = [&] {
         const std::int64_t start = machine.Clock.Now();
-        CheckNodes(Form4.IsLoaded() && !Ticked().empty() && Ticked()[0] == Root ? Strings{} : Strings{Root});
+        CheckNodes({Root});
         const std::int64_t ms = machine.Clock.Now() - start;
         Click(Form4->Command1);
         Click(Form5->Command1);

@@ -108,12 +108,9 @@ TEST_F(DuplicatesTest, AClosedCheckTouchesNothingAndANewOneStartsAtOnce) {
             int rows = -1;
             std::string detail;
             machine.Windows.InPass(pass, [&] {
-                if (finish) {
+                if (finish)
                     Click(Form7->Command1);
-                    Click(Form7->Command1);
-                } else {
-                    Form7->Unload();
-                }
+                finish ? Click(Form7->Command1) : Form7->Unload();
                 EXPECT_FALSE(old->IsLoaded());
                 EXPECT_TRUE(Form3->IsVisible());
                 rows = old->Grid1.RowCount();
@@ -151,10 +148,8 @@ protected:
 
 TEST_F(PairsTest, ARemovalTakesOneRowAndOneFile) {
     Remove(1, "mnuDupK1");
-    EXPECT_EQ(machine.Windows.Messages.back(),
-              (HeadlessWindows::ShownMessage{
-                  "Are you sure to remove the following Favorite?\r\n\r\nName: A\r\nFolder: Favorites root", "Tarnwick",
-                  MessageIcon::Question, MessageButtons::YesNo}));
+    ExpectMessage("Are you sure to remove the following Favorite?\r\n\r\nName: A\r\nFolder: Favorites root",
+                  MessageIcon::Question);
     EXPECT_FALSE(machine.Favorites.Has("A.url"));
     EXPECT_EQ(Pairs(), (Strings{"A-C", "B-C"}));
     Remove(1, "mnuDupK1"); // asks about A again, deletes nothing

@@ -169,10 +169,8 @@ TEST_F(ProbeTest, TheNetworkSectionStartsAndEndsOnceAndAFailedStartIsTold) {
     EXPECT_EQ(machine.Sockets.Cleanups, 1);
     machine.Sockets.Failing = FakeSockets::Call::Startup;
     StartProgram();
-    ASSERT_EQ(machine.Windows.Messages.size(), 1U);
-    EXPECT_EQ(machine.Windows.Messages[0],
-              (HeadlessWindows::ShownMessage{"Unable to start network section", "Dunmarrow", MessageIcon::Critical,
-                                             MessageButtons::Ok}));
+    EXPECT_EQ(machine.Windows.Messages.size(), 1U);
+    ExpectMessage("Unable to start network section", MessageIcon::Critical, "Dunmarrow");
 }
 
 } // namespace

@@ -42,10 +42,9 @@ TEST_F(ReportTest, RemovesTheRowAsItStandsAfterASortAndAYesOnly) {
     Form5->Raise(Form5->Grid1.HeaderClick, ReportColumn::Name);
     EXPECT_EQ(Names(), (Strings{"A", "b", "c"}));
     Choose(Form5->Grid1.SelectedRow, "mnuBadRemove"); // answered No
-    EXPECT_EQ(machine.Windows.Messages.back(),
-              (HeadlessWindows::ShownMessage{"Are you sure to remove the following Favorite?\r\n\r\nName: b\r\nFolder: "
-                                             "Work\r\nProblem: Not found (404)\r\nURL: http://b/",
-                                             "Tarnwick", MessageIcon::Question, MessageButtons::YesNo}));
+    ExpectMessage("Are you sure to remove the following Favorite?\r\n\r\nName: b\r\nFolder: Work\r\nProblem: Not found "
+                  "(404)\r\nURL: http://b/",
+                  MessageIcon::Question);
     EXPECT_TRUE(machine.Favorites.Has("Work\\b.url"));
     EXPECT_EQ(Names().size(), 3U);
 

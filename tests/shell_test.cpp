@@ -186,9 +186,8 @@ TEST_F(OptionsTest, EachTestRefusesAndStoresNothing) {
             EXPECT_EQ(Form1->FocusRequest, focus);
             EXPECT_EQ(focus == nullptr ? 1 : focus->SelectRevision, selected + 1);
         });
-        ASSERT_EQ(machine.Windows.Messages.size(), 1U);
-        EXPECT_EQ(machine.Windows.Messages[0],
-                  (HeadlessWindows::ShownMessage{row.message, row.title, MessageIcon::Critical, MessageButtons::Ok}));
+        EXPECT_EQ(machine.Windows.Messages.size(), 1U);
+        ExpectMessage(row.message, MessageIcon::Critical, row.title);
         EXPECT_TRUE(machine.Settings.Written.empty());
     }
 }
