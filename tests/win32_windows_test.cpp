@@ -1,3 +1,4 @@
+#include "SampleWindow.h"
 #include "win32_support.h"
 
 #include <commctrl.h>
@@ -7,84 +8,12 @@ namespace {
 
 using Log = std::vector<std::string>;
 
-// A window with a control of every kind, whose handlers write down what was raised.
-class SampleWindow : public Window {
-public:
-    SampleWindow() {
-        Name = "Sample";
-        Title = "Sample";
-        ClientWidth = 6000;
-        ClientHeight = 6000;
-        Layout();
-        for (Control* control : Controls)
-            control->Click = [this, control] { Raised.push_back(control->Name); };
-        Tree1.AddGroupNode("Heading");
-        Tree1.AddCheckNode(1, "First", 0);
-        Tree1.AddCheckNode(1, "Second", 1);
-        Tree1.FinishNodes();
-        Tree1.Check = [this](int index, std::int32_t value) {
-            Raised.push_back("Check " + std::to_string(index) + " " + std::to_string(value) + " " +
-                             std::to_string(Tree1.NodeCheck(index)));
-        };
-        Grid1.AddColumn("Name", 100);
-        Grid1.AddColumn("Hidden", 100, false);
-        Grid1.AddColumn("Folder", 100);
-        for (const char* name : {"c", "b", "a"}) {
-            Grid1.AddRow();
-            Grid1.SetCellText(Grid1.RowCount(), 1, name);
-        }
-        Grid1.HeaderClick = [this](int column) { Raised.push_back("Header " + std::to_string(column)); };
-        Grid1.MouseButton = [this](int button, int, int, int) { Raised.push_back("Button " + std::to_string(button)); };
-        Timers = {&Timer1};
-    }
-
-    Label Label1, Label2;
-    Frame Frame1, Frame2;
-    CommandButton Command1, Command2;
-    CheckBox Check1;
-    OptionButton Option1, Option2;
-    TextBox Text1;
-    PictureBox Picture1;
-    Line Line1;
-    GridControl Grid1;
-    TreeControl Tree1;
-    Timer Timer1;
-    Log Raised;
-
-private:
-    void Layout() {
-        const auto row = [](Control& field, const char* name, Rect place, int tabIndex = -1) {
-            return ControlRow{.Field = field, .Name = name, .Container = nullptr, .Place = place, .TabIndex = tabIndex};
-        };
-        ControlRow seconds = row(Text1, "Text1", {1650, 300, 600, 285}, 0);
-        seconds.Container = &Frame1;
-        seconds.MaxLength = 2;
-        ControlRow value = row(Label2, "Label2", {150, 300, 1500, 210});
-        value.Container = &Frame1;
-        ControlRow first = row(Option1, "Option1", {0, 0, 900, 225}, 6);
-        first.Container = &Frame1;
-        ControlRow one = row(Command1, "Command1", {1500, 4800, 900, 375}, 1);
-        one.Caption = "&One";
-        one.Default = true;
-        ControlRow two = row(Command2, "Command2", {0, 4800, 900, 375}, 2);
-        two.Caption = "&Two";
-        ApplyLayout(*this,
-                    {row(Label1, "Label1", {0, 0, 1500, 210}), row(Frame1, "Frame1", {0, 300, 3000, 900}), value,
-                     seconds, first, row(Option2, "Option2", {3000, 0, 900, 225}, 7),
-                     row(Check1, "Check1", {3000, 300, 900, 225}, 5), row(Picture1, "Picture1", {4500, 0, 1500, 1500}),
-                     row(Line1, "Line1", {0, 1305, 3000, 0}), row(Grid1, "Grid1", {0, 1500, 6000, 1500}, 3),
-                     row(Tree1, "Tree1", {0, 3000, 6000, 1500}, 4), row(Frame2, "Frame2", {0, 3000, 6000, 1500}), two,
-                     one});
-        Option1.Value = true;
-        Frame2.Visible = false;
-    }
-};
-
 const std::string Markup = "<b>R&D</b>\t&x";
 
 class Win32WindowsTest : public ::testing::Test {
 protected:
     void ShowSample() {
+        Sample->Option1.Value = true;
         Sample.Show();
         SetActiveWindow(WindowOf(Sample->Handle()));
         Pump();
@@ -195,7 +124,7 @@ TEST_F(Win32WindowsTest, RaisesWhatTheUserDoes) {
     }
     Click(WindowOf(window.Handle()), 20, 45); // Label2, which lets the mouse through
     Pump();
-    EXPECT_EQ(window.Raised, (Log{"Command2", "Check1", "Option2", "Label2"}));
+    EXPECT_EQ(window.Log, (Log{"Command2", "Check1", "Option2", "Label2"}));
     EXPECT_EQ(window.Check1.Value, 1);
     EXPECT_TRUE(window.Option2.Value && !window.Option1.Value);
     Sync();
@@ -231,25 +160,25 @@ TEST_F(Win32WindowsTest, TakesTheKeyboard) {
     PostMessageW(GetFocus(), WM_KEYDOWN, VK_RETURN, 1 | 1 << 30); // held down
     PostMessageW(GetFocus(), WM_SYSCHAR, L'o', 1 | 1 << 29);      // Alt+O
     Press(VK_ESCAPE);
-    EXPECT_EQ(window.Raised, (Log{"Command1", "Command2", "Command1"}));
+    EXPECT_EQ(window.Log, (Log{"Command1", "Command2", "Command1"}));
     EXPECT_EQ(Focused(), "Command1");
 
-    window.Raised.clear();
+    window.Log.clear();
     SetFocus(Real(window.Option1));
     Press(VK_DOWN);
     EXPECT_EQ(Focused(), "Option2");
     Press(VK_RIGHT);
-    EXPECT_EQ(window.Raised, (Log{"Option2", "Option1"}));
+    EXPECT_EQ(window.Log, (Log{"Option2", "Option1"}));
     EXPECT_TRUE(window.Option1.Value && !window.Option2.Value);
 
-    window.Raised.clear();
+    window.Log.clear();
     SetFocus(Real(window.Grid1));
     Press(VK_DOWN);
     const int selected = window.Grid1.SelectedRow;
     Press(VK_DOWN);
     EXPECT_EQ(window.Grid1.SelectedRow, selected + 1);
     Press(VK_APPS);
-    EXPECT_EQ(window.Raised, Log{"Button 2"});
+    EXPECT_EQ(window.Log, Log{"Button 2"});
 }
 
 TEST_F(Win32WindowsTest, FocusLeavesWhatCanNotBeReached) {
@@ -278,12 +207,12 @@ TEST_F(Win32WindowsTest, TreeTellsChecksAndKeepsItsHeadingBare) {
         TreeView_SelectItem(tree, NodeAt(index));
         Press(VK_SPACE);
     }
-    EXPECT_EQ(window.Raised, (Log{"Check 2 1 1", "Check 3 0 0"})); // the field first, then the handler
+    EXPECT_EQ(window.Log, (Log{"Check 2 1 1", "Check 3 0 0"})); // the field first, then the handler
     EXPECT_EQ(StateImageOf(1), 0U);
     window.Tree1.SetNodeCheck(3, 1);
     Sync();
     EXPECT_EQ(StateImageOf(3), 2U);
-    EXPECT_EQ(window.Raised.size(), 2U);
+    EXPECT_EQ(window.Log.size(), 2U);
 }
 
 TEST_F(Win32WindowsTest, GridKeepsTheSelectionWithItsRow) {
@@ -303,7 +232,7 @@ TEST_F(Win32WindowsTest, GridKeepsTheSelectionWithItsRow) {
     ListView_GetItemRect(grid, 2, &row, LVIR_LABEL);
     Click(grid, row.left + 5, row.top + 5, WM_RBUTTONDOWN);
     Pump();
-    EXPECT_EQ(window.Raised, Log{"Button 2"});
+    EXPECT_EQ(window.Log, Log{"Button 2"});
     EXPECT_EQ(selected(), L"c") << "the right button selects nothing";
 
     window.Grid1.Sort(1);
@@ -320,7 +249,7 @@ TEST_F(Win32WindowsTest, GridKeepsTheSelectionWithItsRow) {
     header.hdr = {grid, static_cast<UINT_PTR>(GetDlgCtrlID(grid)), static_cast<UINT>(LVN_COLUMNCLICK)};
     header.iSubItem = 1;
     SendMessageW(GetParent(grid), WM_NOTIFY, header.hdr.idFrom, reinterpret_cast<LPARAM>(&header));
-    EXPECT_EQ(window.Raised.back(), "Header 3") << "hidden columns count";
+    EXPECT_EQ(window.Log.back(), "Header 3") << "hidden columns count";
 }
 
 TEST_F(Win32WindowsTest, AMillionRowsAreNoMoreWorkThanAFew) {
@@ -347,7 +276,7 @@ TEST_F(Win32WindowsTest, WritingFieldsIsNoInput) {
     EXPECT_EQ(TextOf(Real(window.Text1)), L"12");
     EXPECT_EQ(StateImageOf(2), 2U);
     EXPECT_EQ(ListView_GetNextItem(Real(window.Grid1), -1, LVNI_SELECTED), 1);
-    EXPECT_EQ(window.Raised, Log{});
+    EXPECT_EQ(window.Log, Log{});
 }
 
 TEST_F(Win32WindowsTest, InputMeetsTheModelAsItIsNow) {
@@ -357,7 +286,7 @@ TEST_F(Win32WindowsTest, InputMeetsTheModelAsItIsNow) {
     Press(VK_RETURN);
     Click(Real(Sample->Command1));
     Machine.Windows.PumpEvents();
-    EXPECT_EQ(Sample->Raised, Log{});
+    EXPECT_EQ(Sample->Log, Log{});
 }
 
 TEST_F(Win32WindowsTest, UnloadsFromItsOwnHandlerAndByItsCloseBox) {
@@ -387,7 +316,7 @@ TEST_F(Win32WindowsTest, UnloadsFromItsOwnHandlerAndByItsCloseBox) {
 }
 
 TEST_F(Win32WindowsTest, ModalWindowBlocksTheOthersUntilItIsUnloaded) {
-    Log& log = Sample->Raised;
+    Log& log = Sample->Log;
     Sample->Command1.Click = [&] {
         Other.ShowModal();
         log.push_back(Other.IsLoaded() ? "loaded" : "gone");
@@ -516,7 +445,7 @@ TEST_F(Win32WindowsTest, WaitReturnsForATickAndShowsWhatHasChanged) {
 }
 
 TEST_F(Win32WindowsTest, EndLeavesEveryLoop) {
-    Log& log = Sample->Raised;
+    Log& log = Sample->Log;
     Sample->Command1.Click = [&] {
         Other.ShowModal();
         log.push_back("modal");
