@@ -9,7 +9,7 @@ import time
 from album import Album
 from desktop import Atspi, Desktop, Failure, Program, has, pixels, popup, wait, xdotool
 
-ROOT = os.path.realpath(os.path.join(os.path.dirname(__file__), "..", ".."))
+ROOT = os.path.realpath(os.path.join(os.path.dirname(__file__), ".."))
 HOME = os.environ["HOME"]
 SETTINGS = os.path.join(HOME, ".config", "Tarnwick", "settings.ini")
 OPENED = os.path.join(HOME, "opened")
