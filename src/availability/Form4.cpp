@@ -9,6 +9,7 @@
 #include "shell/Look.h"
 #include "shell/Preferences.h"
 
+#include <algorithm>
 #include <limits>
 
 namespace tarnwick {

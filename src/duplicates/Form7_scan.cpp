@@ -5,6 +5,8 @@
 #include "favorites/Folders.h"
 #include "favorites/Shortcut.h"
 
+#include <algorithm>
+
 namespace tarnwick {
 
 using Favorites::CurrentLink;

@@ -3,6 +3,7 @@
 #include "window/Window.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tarnwick {
 

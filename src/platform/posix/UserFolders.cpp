@@ -2,6 +2,7 @@
 
 #include "platform/posix/RegularFile.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <optional>

@@ -15,6 +15,8 @@
 #include <QRadioButton>
 #include <QStyle>
 
+#include <algorithm>
+
 namespace tarnwick {
 
 QtControl::QtControl(const Control& control, QWidget& widget) : control_(control), widget_(widget), parts_{&widget} {
