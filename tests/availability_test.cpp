@@ -382,6 +382,7 @@ TEST_F(RunTest, AClosedWindowsRunEndsAndANewOneStartsAtOnce) {
             if (state == "half a reply")
                 machine.Sockets.Deliver("HTTP/1.0 4"); // still queued at the close
             old = std::static_pointer_cast<Form4Window>(Form4->shared_from_this());
+            EXPECT_EQ(CurrentLink.ShortcutName, "2");
             machine.Favorites.AddShortcut("2.url", "ftp://passed/");
             Form4->Unload();
             EXPECT_TRUE(machine.Sockets.OpenNumbers.empty());
@@ -389,11 +390,15 @@ TEST_F(RunTest, AClosedWindowsRunEndsAndANewOneStartsAtOnce) {
             CheckNodes({Root});
             EXPECT_NE(&*Form4, old.get());
         };
-        if (state == "looking up") // the click waits until the look-up is over
-            machine.Windows.InPass(3, closeAndRunAgain);
+        if (state == "looking up") // the click waits until the look-up, which holds the program, is over
+            machine.Sockets.LookingUp = [&](const std::string& host) {
+                if (host == "silent")
+                    machine.Windows.InPass(1, closeAndRunAgain);
+            };
         else
             AtTheSilentLink(closeAndRunAgain, state == "connecting" ? "Connecting..." : "Checking document...");
         CheckNodes({Root});
+        machine.Sockets.LookingUp = nullptr;
         // The old run has fallen through and has written nothing, neither into the new window nor into the old one.
         EXPECT_EQ(old->Command1.Caption, "&Stop");
         EXPECT_EQ(Form4->Command1.Caption, "&Report");

@@ -205,6 +205,8 @@ std::uint32_t FakeSockets::AddressFromText(const std::string&) { return 0xFFFFFF
 
 std::string FakeSockets::AddressOfHost(const std::string& name) {
     LookedUp.push_back(name);
+    if (LookingUp)
+        LookingUp(name);
     if (!Hosts.contains(name))
         return {};
     addresses_.push_back(name);

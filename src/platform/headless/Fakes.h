@@ -5,6 +5,7 @@
 #include "platform/Services.h"
 #include "window/MessageLoop.h"
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <set>
@@ -97,6 +98,7 @@ public:
     std::vector<Connection> Connections; // every one that was started
     std::set<SocketNumber> OpenNumbers;
     std::vector<std::string> LookedUp;
+    std::function<void(const std::string& name)> LookingUp; // what happens while a look-up holds the program
 
     // Queues an event of the socket that was opened last.
     void Notify(std::int32_t event, std::int32_t error = 0);

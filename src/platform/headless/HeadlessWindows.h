@@ -23,8 +23,6 @@ public:
     // Runs `act` in the pump pass that comes after `passes` - 1 others. Acts of one pass run in the order of this call,
     // in front of the posted messages and the timers.
     void InPass(int passes, std::function<void()> act);
-    // How many passes have run.
-    std::int64_t Passes() const { return pass_; }
 
     struct ShownMessage {
         std::string Text;
