@@ -39,11 +39,6 @@ public:
     QtFrontEnd() {
         QApplication::setQuitOnLastWindowClosed(false);
         UseClassicLook(application_);
-        UseServices(&all_);
-    }
-    ~QtFrontEnd() override {
-        WindowSlot::DropAll();
-        UseServices(nullptr);
     }
 
     std::string Name() const override { return "Qt"; }
@@ -100,7 +95,7 @@ private:
     QtWindows windows_{loop_, sockets_};
     RecordingShell shell_;
     PosixText text_;
-    Services all_{files_, shortcuts_, settings_, sockets_, windows_, clock_, shell_, text_};
+    ServicesInUse inUse_{{files_, shortcuts_, settings_, sockets_, windows_, clock_, shell_, text_}};
     QTimer timer_;
 };
 

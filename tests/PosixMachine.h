@@ -52,14 +52,6 @@ private:
 
 // In use for as long as the object lives. The Favorites folder is the one of the environment (TemporaryHome).
 struct PosixMachine {
-    PosixMachine() { UseServices(&All); }
-    ~PosixMachine() {
-        WindowSlot::DropAll();
-        UseServices(nullptr);
-    }
-    PosixMachine(const PosixMachine&) = delete;
-    PosixMachine& operator=(const PosixMachine&) = delete;
-
     PosixClock Clock;
     MessageLoop Loop{Clock};
     PosixFiles Files;
@@ -70,7 +62,7 @@ struct PosixMachine {
     HeadlessWindows Windows{Loop, Events};
     RecordingShell Shell;
     PosixText Text;
-    Services All{Files, Shortcuts, Settings, Sockets, Windows, Clock, Shell, Text};
+    ServicesInUse InUse{{Files, Shortcuts, Settings, Sockets, Windows, Clock, Shell, Text}};
 };
 
 inline void Press(Window& window, const Control& control) { window.Raise(control.Click); }

@@ -23,14 +23,6 @@
 namespace tarnwick {
 
 struct QtMachine {
-    QtMachine() { UseServices(&All); }
-    ~QtMachine() {
-        WindowSlot::DropAll();
-        UseServices(nullptr);
-    }
-    QtMachine(const QtMachine&) = delete;
-    QtMachine& operator=(const QtMachine&) = delete;
-
     PosixClock Clock;
     MessageLoop Loop{Clock};
     MemoryFavorites Favorites;
@@ -39,7 +31,7 @@ struct QtMachine {
     QtWindows Windows{Loop, Sockets};
     RecordingShell Shell;
     PlainText Text;
-    Services All{Favorites, Favorites, Settings, Sockets, Windows, Clock, Shell, Text};
+    ServicesInUse InUse{{Favorites, Favorites, Settings, Sockets, Windows, Clock, Shell, Text}};
 };
 
 // The real window of a model's window; nullptr when none shows.

@@ -1,5 +1,6 @@
 #include "platform/qt/QtLook.h"
 #include "qt_support.h"
+#include "window/Dialogs.h"
 
 #include <QAccessible>
 #include <QCheckBox>
@@ -99,7 +100,7 @@ TEST_F(QtWindowsTest, ShowsMenuAndMessageTextsAsTheyAre) {
         shown = static_cast<QMenu*>(QApplication::activePopupWidget())->actions().first()->text();
         QApplication::activePopupWidget()->close();
     });
-    Machine.Windows.PopUp(menu, *Sample);
+    PopUp(menu, *Sample);
     EXPECT_EQ(shown, QStringLiteral("<b>R&&D</b> [*]\uFFFD"));
 
     const std::string unbroken(255, 'x');
@@ -424,7 +425,7 @@ TEST_F(QtWindowsTest, MenuRaisesTheChosenEntryAndNeverAGreyedOne) {
         for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Return})
             QTest::keyClick(QApplication::activePopupWidget(), key);
     });
-    Machine.Windows.PopUp(menu, *Sample);
+    PopUp(menu, *Sample);
     EXPECT_EQ(log, (Log{"last"}));
 }
 

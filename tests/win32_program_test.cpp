@@ -98,7 +98,6 @@ private:
 class Win32ProgramTest : public ::testing::Test {
 protected:
     Win32ProgramTest() {
-        UseServices(&all_);
         Favorites::CurrentLink = {};
         Favorites::LinkFinished = false;
         Favorites::RunCompleted = false;
@@ -107,7 +106,6 @@ protected:
     }
     ~Win32ProgramTest() override {
         WindowSlot::DropAll();
-        UseServices(nullptr);
         RegDeleteTreeA(HKEY_CURRENT_USER, root_.c_str());
         MSG quit;
         PeekMessageW(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
@@ -171,7 +169,7 @@ protected:
     Win32Windows windows_{clock_};
     RecordingShell shell_;
     Win32Text text_;
-    Services all_{files_, shortcuts_, settings_, sockets_, windows_, clock_, shell_, text_};
+    ServicesInUse inUse_{{files_, shortcuts_, settings_, sockets_, windows_, clock_, shell_, text_}};
 };
 
 TEST_F(Win32ProgramTest, FromTheSplashToARemovedFavorite) {

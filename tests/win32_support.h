@@ -56,14 +56,6 @@ private:
 
 // A machine with real windows and sockets, whose files and settings live in memory.
 struct Win32Machine {
-    Win32Machine() { UseServices(&All); }
-    ~Win32Machine() {
-        WindowSlot::DropAll();
-        UseServices(nullptr);
-    }
-    Win32Machine(const Win32Machine&) = delete;
-    Win32Machine& operator=(const Win32Machine&) = delete;
-
     // Pumps until `done`, or fails.
     void PumpUntil(const std::function<bool()>& done, std::int64_t ms = 20000) {
         const std::int64_t end = Clock.Now() + ms;
@@ -81,7 +73,7 @@ struct Win32Machine {
     Win32Windows Windows{Clock};
     RecordingShell Shell;
     Win32Text Text;
-    Services All{Favorites, Favorites, Settings, Sockets, Windows, Clock, Shell, Text};
+    ServicesInUse InUse{{Favorites, Favorites, Settings, Sockets, Windows, Clock, Shell, Text}};
 };
 
 // Runs `act` as soon as any loop runs, also one of a menu or a message box that is yet to open.

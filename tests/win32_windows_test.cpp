@@ -1,5 +1,6 @@
 #include "SampleWindow.h"
 #include "win32_support.h"
+#include "window/Dialogs.h"
 
 #include <commctrl.h>
 
@@ -386,7 +387,7 @@ TEST_F(Win32WindowsTest, MenuRaisesTheChosenEntryAndNeverAGreyedOne) {
             Key(WindowOf(Sample->Handle()), key);
             Key(WindowOf(Sample->Handle()), VK_RETURN);
         });
-        Machine.Windows.PopUp(menu, *Sample);
+        PopUp(menu, *Sample);
     }
     EXPECT_EQ(log, (Log{"first", "last"}));
 }

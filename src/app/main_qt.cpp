@@ -46,12 +46,9 @@ int main() {
     MessageLoop loop(clock);
     PosixSockets sockets(loop);
     QtWindows windows(loop, sockets);
-    Services all{files, shortcuts, settings, sockets, windows, clock, shell, text};
-    UseServices(&all);
+    const ServicesInUse inUse({files, shortcuts, settings, sockets, windows, clock, shell, text});
 
     Form9.Show();
     windows.Run();
-    WindowSlot::DropAll();
-    UseServices(nullptr);
     return 0;
 }

@@ -5,6 +5,7 @@
 #include "report/Form5.h"
 #include "shell/Form2.h"
 #include "shell/Form3.h"
+#include "window/Dialogs.h"
 
 namespace tarnwick {
 
@@ -35,8 +36,7 @@ bool Form4Window::HasSelection() const {
 
 void Form4Window::Start() {
     if (!HasSelection()) {
-        services().Windows.ShowMessage("No folder(s) selected to scan", "Tarnwick", MessageIcon::Critical,
-                                       MessageButtons::Ok);
+        Refuse("No folder(s) selected to scan");
         return;
     }
     Command2.Enabled = false;

@@ -5,6 +5,7 @@
 #include "shell/Form3.h"
 #include "shell/Form9.h"
 #include "shell/Look.h"
+#include "window/Dialogs.h"
 
 namespace tarnwick {
 
@@ -65,7 +66,7 @@ void Form7Window::Grid1_HeaderClick(int column) { Grid1.Sort(column); }
 void Form7Window::Grid1_MouseButton(int button) {
     constexpr int right = 2;
     if (button == right)
-        services().Windows.PopUp(Form2->mnuDup, *this);
+        PopUp(Form2->mnuDup, *this);
 }
 
 void Form2Window::mnuDupK1_Click() {

@@ -14,6 +14,7 @@
 namespace tarnwick {
 
 struct Menu;
+struct MenuEntry;
 class Window;
 
 // 32 bits that name a window to the machine, 0 for none.
@@ -143,9 +144,9 @@ public:
     // Both block, and events go on being handled meanwhile. Texts are plain: no markup, no access keys.
     virtual MessageAnswer ShowMessage(const std::string& text, const std::string& title, MessageIcon icon,
                                       MessageButtons buttons) = 0;
-    // Opens the menu over `window` where the user's click (or the selected row) is; raises the Click of the chosen
-    // entry.
-    virtual void PopUp(Menu& menu, Window& window) = 0;
+    // Opens the menu over `window` where the user's click (or the selected row) is. Gives the chosen entry, nullptr when
+    // the menu was left.
+    virtual const MenuEntry* PopUp(const Menu& menu, Window& window) = 0;
 
     // Installs `procedure` on the window and gives what was there before.
     virtual PreviousProcedure InstallProcedure(WindowHandle window, WindowProcedure procedure) = 0;

@@ -2,6 +2,7 @@
 
 #include "probe/SocketModule.h"
 #include "probe/WinsockAPI.h"
+#include "window/Dialogs.h"
 
 #include <limits>
 
@@ -29,8 +30,7 @@ Winsock::Winsock() {
     PreviousWindowProcedure = 0;
     Connected = 0;
     if (services().Sockets.Startup(WinsockVersion) != 0)
-        services().Windows.ShowMessage("Unable to start network section", "Dunmarrow", MessageIcon::Critical,
-                                       MessageButtons::Ok);
+        ShowMessage("Unable to start network section", "Dunmarrow", MessageIcon::Critical, MessageButtons::Ok);
 }
 
 Winsock::~Winsock() {

@@ -4,6 +4,7 @@
 #include "shell/Form3.h"
 #include "shell/Form9.h"
 #include "shell/Look.h"
+#include "window/Dialogs.h"
 
 namespace tarnwick {
 
@@ -39,7 +40,7 @@ void Form5Window::Grid1_MouseButton(int button) {
     if (button != right || Grid1.SelectedRow == 0)
         return;
     Form2->mnuBadName.Caption = Grid1.CellText(Grid1.SelectedRow, ReportColumn::Name);
-    services().Windows.PopUp(Form2->mnuBad, *this);
+    PopUp(Form2->mnuBad, *this);
 }
 
 void Form5Window::Command1_Click() { Unload(); }

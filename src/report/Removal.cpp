@@ -1,10 +1,16 @@
 #include "report/Removal.h"
 
 #include "platform/Services.h"
+#include "window/Dialogs.h"
+#include "window/Text.h"
 
 #include <string>
 
 namespace tarnwick {
+
+namespace {
+constexpr std::size_t LongestValue = 1000; // characters: the question still fits a screen of 1024 x 600
+}
 
 void RemoveSelectedFavorite(Grid& grid, std::initializer_list<Particular> particulars, int fileColumn) {
     const int row = grid.SelectedRow;
@@ -12,9 +18,9 @@ void RemoveSelectedFavorite(Grid& grid, std::initializer_list<Particular> partic
         return;
     std::string question = "Are you sure to remove the following Favorite?\r\n";
     for (const Particular& particular : particulars)
-        question += std::string("\r\n") + particular.Legend + grid.CellText(row, particular.Column);
-    if (services().Windows.ShowMessage(question, "Tarnwick", MessageIcon::Question, MessageButtons::YesNo) !=
-        MessageAnswer::Yes)
+        question +=
+            std::string("\r\n") + particular.Legend + Shortened(grid.CellText(row, particular.Column), LongestValue);
+    if (ShowMessage(question, "Tarnwick", MessageIcon::Question, MessageButtons::YesNo) != MessageAnswer::Yes)
         return;
     services().Files.Remove(grid.CellText(row, fileColumn));
     grid.RemoveRow(row);

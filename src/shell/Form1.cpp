@@ -2,6 +2,7 @@
 
 #include "shell/Number.h"
 #include "shell/Preferences.h"
+#include "window/Dialogs.h"
 
 namespace tarnwick {
 
@@ -70,11 +71,11 @@ void Form1Window::Warn(const CheckBox& box, const char* about, const char* lastC
     if (extraCause != nullptr)
         text += extraCause + end;
     text += end + "Take care when remove Favorites in this category.";
-    services().Windows.ShowMessage(text, "Tarnwick", MessageIcon::Information, MessageButtons::Ok);
+    ShowMessage(text, "Tarnwick", MessageIcon::Information, MessageButtons::Ok);
 }
 
 void Form1Window::RefuseText(TextBox& field, const char* message) {
-    services().Windows.ShowMessage(message, "Belvane Tarnwick", MessageIcon::Critical, MessageButtons::Ok);
+    Refuse(message, "Belvane Tarnwick");
     field.SelectAll();
     SetFocus(field);
 }
@@ -92,8 +93,7 @@ void Form1Window::Command1_Click() {
     } else if (Check2.Value != 0 && !NumberFromText(Text3.Text)) {
         RefuseText(Text3, "Proxy Port value must be numeric");
     } else if (!AnyCategory()) {
-        services().Windows.ShowMessage("You must to choose at least one category to catch.", "Tarnwick",
-                                       MessageIcon::Critical, MessageButtons::Ok);
+        Refuse("You must to choose at least one category to catch.");
     } else {
         Save();
         LoadPreferences();

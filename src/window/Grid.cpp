@@ -82,6 +82,16 @@ void Grid::Sort(int column) {
     ++revision_;
 }
 
+int Grid::FindRow(std::string_view text) const {
+    const std::string wanted = services().Text.Upper(text);
+    for (int step = 1; step <= RowCount(); ++step) {
+        const int row = (SelectedRow + step - 1) % RowCount() + 1;
+        if (services().Text.Upper(CellText(row, 1)).starts_with(wanted))
+            return row;
+    }
+    return 0;
+}
+
 Grid::TextNumber Grid::NumberOf(std::string_view text) {
     if (const auto found = numbers_.find(text); found != numbers_.end())
         return found->second;

@@ -35,6 +35,10 @@ public:
     // and the selection stays with its row.
     void Sort(int column);
 
+    // The next row after the selected one, round the end, whose first column begins with `text`, regardless of case; 0
+    // when there is none.
+    int FindRow(std::string_view text) const;
+
     const std::vector<Column>& Columns() const { return columns_; }
     // Changes with every change of rows, cells or columns.
     std::uint64_t Revision() const { return revision_; }

@@ -1,6 +1,7 @@
 #include "window/Window.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tarnwick {
 
@@ -11,7 +12,30 @@ std::vector<WindowSlot*>& AllSlots() {
     return slots;
 }
 
+// What is in front, the last one foremost; nullptr is a message box.
+std::vector<std::shared_ptr<const Window>>& Modals() {
+    static std::vector<std::shared_ptr<const Window>> modals;
+    return modals;
+}
+
 } // namespace
+
+bool Window::IsBehindModal() const {
+    const auto front = std::ranges::find_if(Modals().rbegin(), Modals().rend(),
+                                            [](const auto& modal) { return modal == nullptr || modal->IsLoaded(); });
+    return front != Modals().rend() && front->get() != this;
+}
+
+ModalScope::ModalScope(std::shared_ptr<const Window> window) { Modals().push_back(std::move(window)); }
+
+ModalScope::~ModalScope() { Modals().pop_back(); }
+
+ServicesInUse::ServicesInUse(const Services& services) : services_(services) { UseServices(&services_); }
+
+ServicesInUse::~ServicesInUse() {
+    WindowSlot::DropAll();
+    UseServices(nullptr);
+}
 
 void Window::Unload() {
     if (!loaded_)
@@ -46,6 +70,7 @@ void WindowSlot::Show() {
 void WindowSlot::ShowModal() {
     Load();
     const std::shared_ptr<Window> keep = window_;
+    const ModalScope front(keep);
     keep->visible_ = true;
     services().Windows.ShowModal(*keep);
 }

@@ -49,6 +49,10 @@ public:
     WindowHandle Handle() const { return handle_; }
     bool IsLoaded() const { return loaded_; }
     bool IsVisible() const { return visible_; }
+    // Whether a person can work with it: it shows, and no modal window or message box is in front.
+    bool TakesInput() const { return loaded_ && visible_ && !IsBehindModal(); }
+    // A modal window other than this one, or a message box, is in front.
+    bool IsBehindModal() const;
 
     // The focus goes to `control`; the front end does it when it sees the revision change.
     void SetFocus(Control& control) {
@@ -83,6 +87,15 @@ private:
     bool visible_ = false;
 };
 
+// While it lives, `window` alone takes input; no window does with nullptr, where a message box is in front.
+class ModalScope {
+public:
+    explicit ModalScope(std::shared_ptr<const Window> window);
+    ~ModalScope();
+    ModalScope(const ModalScope&) = delete;
+    ModalScope& operator=(const ModalScope&) = delete;
+};
+
 // The place under whose fixed name a window is known; it holds the loaded object, if there is one.
 class WindowSlot {
 public:
@@ -111,6 +124,18 @@ private:
     void Drop();
 
     std::shared_ptr<Window> window_;
+};
+
+// Keeps the services of a machine in use for as long as it lives, and gives up the windows that are loaded at its end.
+class ServicesInUse {
+public:
+    explicit ServicesInUse(const Services& services);
+    ~ServicesInUse();
+    ServicesInUse(const ServicesInUse&) = delete;
+    ServicesInUse& operator=(const ServicesInUse&) = delete;
+
+private:
+    Services services_;
 };
 
 // Form4->Label8 reads a field of the window; the first use loads it.

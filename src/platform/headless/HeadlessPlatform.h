@@ -7,14 +7,6 @@ namespace tarnwick {
 
 // A whole machine in memory, in use for as long as the object lives.
 struct HeadlessPlatform {
-    HeadlessPlatform() { UseServices(&All); }
-    ~HeadlessPlatform() {
-        WindowSlot::DropAll();
-        UseServices(nullptr);
-    }
-    HeadlessPlatform(const HeadlessPlatform&) = delete;
-    HeadlessPlatform& operator=(const HeadlessPlatform&) = delete;
-
     ManualClock Clock;
     MessageLoop Loop{Clock};
     MemoryFavorites Favorites;
@@ -23,7 +15,7 @@ struct HeadlessPlatform {
     HeadlessWindows Windows{Loop, Sockets};
     RecordingShell Shell;
     PlainText Text;
-    Services All{Favorites, Favorites, Settings, Sockets, Windows, Clock, Shell, Text};
+    ServicesInUse InUse{{Favorites, Favorites, Settings, Sockets, Windows, Clock, Shell, Text}};
 };
 
 } // namespace tarnwick

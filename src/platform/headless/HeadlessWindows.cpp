@@ -23,18 +23,17 @@ MessageAnswer HeadlessWindows::ShowMessage(const std::string& text, const std::s
     return answer;
 }
 
-void HeadlessWindows::PopUp(Menu& menu, Window& window) {
+const MenuEntry* HeadlessWindows::PopUp(const Menu& menu, Window& /*window*/) {
     auto& shown = Menus.emplace_back();
     for (const MenuEntry* entry : menu.Entries)
         if (!entry->Separator)
             shown.push_back({entry->Caption, entry->Enabled});
     if (Choices.empty())
-        return;
+        return nullptr;
     const std::string choice = Choices.front();
     Choices.pop_front();
-    for (const MenuEntry* entry : menu.Entries)
-        if (entry->Name == choice && entry->Enabled)
-            window.Raise(entry->Click);
+    const auto chosen = std::ranges::find(menu.Entries, choice, &MenuEntry::Name);
+    return chosen == menu.Entries.end() ? nullptr : *chosen;
 }
 
 PreviousProcedure HeadlessWindows::InstallProcedure(WindowHandle window, WindowProcedure procedure) {

@@ -90,15 +90,15 @@ MessageAnswer QtWindows::ShowMessage(const std::string& text, const std::string&
     return answer == QMessageBox::Yes && !pump_.Ended() ? MessageAnswer::Yes : MessageAnswer::No;
 }
 
-void QtWindows::PopUp(Menu& menu, Window& window) {
+const MenuEntry* QtWindows::PopUp(const Menu& menu, Window& window) {
     QtWindow* real = Find(window);
     if (real == nullptr)
-        return;
+        return nullptr;
     constexpr int WidestCaption = 480; // pixels
     QMenu popUp(real);
     popUp.setObjectName(SingleLineOf(menu.Name));
     popUp.setAccessibleName(SingleLineOf(menu.Caption));
-    for (MenuEntry* entry : menu.Entries) {
+    for (const MenuEntry* entry : menu.Entries) {
         QAction* action = entry->Separator ? popUp.addSeparator() : popUp.addAction(QString());
         action->setObjectName(SingleLineOf(entry->Name));
         if (entry->Separator)
@@ -109,11 +109,7 @@ void QtWindows::PopUp(Menu& menu, Window& window) {
     }
     QAction* chosen = nullptr;
     pump_.RunNested([&] { chosen = popUp.exec(real->MenuPlace()); });
-    if (chosen == nullptr)
-        return;
-    const MenuEntry& entry = *menu.Entries[static_cast<std::size_t>(popUp.actions().indexOf(chosen))];
-    if (entry.Enabled)
-        real->Raise(entry.Click);
+    return chosen == nullptr ? nullptr : menu.Entries[static_cast<std::size_t>(popUp.actions().indexOf(chosen))];
 }
 
 PreviousProcedure QtWindows::InstallProcedure(WindowHandle window, WindowProcedure procedure) {

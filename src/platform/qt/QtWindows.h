@@ -27,7 +27,7 @@ public:
 
     MessageAnswer ShowMessage(const std::string& text, const std::string& title, MessageIcon icon,
                               MessageButtons buttons) override;
-    void PopUp(Menu& menu, Window& window) override;
+    const MenuEntry* PopUp(const Menu& menu, Window& window) override;
 
     PreviousProcedure InstallProcedure(WindowHandle window, WindowProcedure procedure) override;
     void RestoreProcedure(WindowHandle window, PreviousProcedure previous) override;

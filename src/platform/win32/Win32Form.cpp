@@ -1,10 +1,10 @@
 #include "platform/win32/Win32Form.h"
 
 #include "platform/win32/Win32Buttons.h"
-#include "platform/win32/Win32Geometry.h"
 #include "platform/win32/Win32Keyboard.h"
 #include "platform/win32/Win32Look.h"
 #include "platform/win32/Win32Text.h"
+#include "window/Reach.h"
 
 #include <windows.h>
 
@@ -300,7 +300,7 @@ void Win32Form::PaintOutlines(HDC__* surface) const {
     const int thickness = std::max(1, ScaledPixels(1, dots_));
     for (const Control* control : model_.Controls) {
         const bool isLine = control->Kind == ControlKind::Line;
-        if ((!isLine && control->Kind != ControlKind::Shape) || !tarnwick::IsShown(*control))
+        if ((!isLine && control->Kind != ControlKind::Shape) || !tarnwick::IsShown(model_, *control))
             continue;
         const Rect place = PlaceInWindow(*control);
         const HBRUSH brush = BrushOf(ColorValue(control->ForeColor, ColorRole::ButtonText));

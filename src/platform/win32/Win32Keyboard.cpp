@@ -1,7 +1,7 @@
 #include "platform/win32/Win32Keyboard.h"
 
-#include "platform/win32/Win32Geometry.h"
 #include "platform/win32/Win32Text.h"
+#include "window/Reach.h"
 
 #include <windows.h>
 

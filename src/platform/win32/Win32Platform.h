@@ -13,14 +13,6 @@ namespace tarnwick {
 
 // A whole machine, in use for as long as the object lives.
 struct Win32Platform {
-    Win32Platform() { UseServices(&All); }
-    ~Win32Platform() {
-        WindowSlot::DropAll();
-        UseServices(nullptr);
-    }
-    Win32Platform(const Win32Platform&) = delete;
-    Win32Platform& operator=(const Win32Platform&) = delete;
-
     Win32Clock Clock;
     Win32Files Files;
     Win32Shortcuts Shortcuts;
@@ -29,7 +21,7 @@ struct Win32Platform {
     Win32Windows Windows{Clock};
     Win32Shell Shell;
     Win32Text Text;
-    Services All{Files, Shortcuts, Settings, Sockets, Windows, Clock, Shell, Text};
+    ServicesInUse InUse{{Files, Shortcuts, Settings, Sockets, Windows, Clock, Shell, Text}};
 };
 
 } // namespace tarnwick

@@ -172,18 +172,17 @@ MessageAnswer Win32Windows::ShowMessage(const std::string& text, const std::stri
     return answer == IDYES ? MessageAnswer::Yes : MessageAnswer::No;
 }
 
-void Win32Windows::PopUp(Menu& menu, Window& window) {
+const MenuEntry* Win32Windows::PopUp(const Menu& menu, Window& window) {
     const Win32Form* form = FormOf(window);
     if (form == nullptr || pump_.Ended())
-        return;
+        return nullptr;
     pump_.Prepare();
     const HMENU made = MakeMenu(menu);
     const auto [x, y] = form->MenuPlace();
     const int chosen =
         TrackPopupMenu(made, TPM_RETURNCMD | TPM_NONOTIFY | TPM_RIGHTBUTTON, x, y, 0, form->Real(), nullptr);
     DestroyMenu(made);
-    if (chosen > 0 && !pump_.Ended())
-        window.Raise(menu.Entries[static_cast<std::size_t>(chosen - 1)]->Click);
+    return chosen > 0 && !pump_.Ended() ? menu.Entries[static_cast<std::size_t>(chosen - 1)] : nullptr;
 }
 
 PreviousProcedure Win32Windows::InstallProcedure(WindowHandle window, WindowProcedure procedure) {

@@ -25,7 +25,7 @@ public:
     void Discard(Window& window) override;
     MessageAnswer ShowMessage(const std::string& text, const std::string& title, MessageIcon icon,
                               MessageButtons buttons) override;
-    void PopUp(Menu& menu, Window& window) override;
+    const MenuEntry* PopUp(const Menu& menu, Window& window) override;
     PreviousProcedure InstallProcedure(WindowHandle window, WindowProcedure procedure) override;
     void RestoreProcedure(WindowHandle window, PreviousProcedure previous) override;
     std::int32_t CallProcedure(PreviousProcedure previous, WindowHandle window, std::uint32_t message,

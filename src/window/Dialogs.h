@@ -1,0 +1,21 @@
+#pragma once
+
+// What stands in front of all windows until the user has answered it.
+
+#include "platform/Services.h"
+
+#include <string>
+
+namespace tarnwick {
+
+// A message box over all windows, none of which takes input meanwhile. `text` is plain, its lines end with CR LF; No
+// when the program ends under the question.
+MessageAnswer ShowMessage(const std::string& text, const std::string& title, MessageIcon icon, MessageButtons buttons);
+
+// The critical box with one OK button that says why something was refused.
+void Refuse(const std::string& text, const std::string& title = "Tarnwick");
+
+// Opens the menu over `window` and raises the Click of the chosen entry.
+void PopUp(Menu& menu, Window& window);
+
+} // namespace tarnwick
