@@ -1,5 +1,7 @@
 #include "Driver.h"
 
+#include <random>
+
 namespace tarnwick {
 namespace {
 
@@ -53,6 +55,26 @@ TEST_F(DuplicatesTest, PairsEqualLinksInTheOrderOfGathering) {
     Click(Form7->Command1);
     EXPECT_FALSE(Form7.IsLoaded());
     EXPECT_TRUE(Form3->IsVisible());
+}
+
+TEST_F(DuplicatesTest, FindsThePairsOfADoubleLoopInItsOrder) {
+    std::minstd_rand random(7);
+    for (const int texts : {1, 5, 90}) {
+        machine.Favorites.Root += 'x'; // an empty one
+        for (int number = 0; number < 120; ++number)
+            machine.Favorites.AddShortcut("F" + std::to_string(number % 7) + "\\" + std::to_string(number) + ".url",
+                                          (random() % 2 == 0 ? "http://E/" : "HTTP://e/") +
+                                              std::to_string(random() % texts));
+        OpenCheck();
+        Run();
+        Strings wanted;
+        for (std::size_t i = 0; i < Form7->szLinks.size(); ++i)
+            for (std::size_t j = i + 1; j < Form7->szLinks.size(); ++j)
+                if (machine.Text.Upper(Form7->szLinks[i]) == machine.Text.Upper(Form7->szLinks[j]))
+                    wanted.push_back(Form7->szNames[i] + "-" + Form7->szNames[j]);
+        EXPECT_EQ(Pairs(), wanted);
+        Form7.Unload();
+    }
 }
 
 TEST_F(DuplicatesTest, SaysSoWhenThereAreNone) {

@@ -34,12 +34,13 @@ void Form7Window::OnLoad() {
     bCanceled = false;
     List1.clear();
     Grid1.ClearRows();
-    Grid1.AddColumn("Link 1", 105);
-    Grid1.AddColumn("Folder 1", 93);
-    Grid1.AddColumn("Link 2", 105);
-    Grid1.AddColumn("Folder 2", 93);
-    Grid1.AddColumn("File1", 20, false);
-    Grid1.AddColumn("File2", 20, false);
+    constexpr std::size_t name = 0, folder = 1, file = 2; // a favorite's record
+    Grid1.AddColumn("Link 1", 105, true, {0, name});
+    Grid1.AddColumn("Folder 1", 93, true, {0, folder});
+    Grid1.AddColumn("Link 2", 105, true, {1, name});
+    Grid1.AddColumn("Folder 2", 93, true, {1, folder});
+    Grid1.AddColumn("File1", 20, false, {0, file});
+    Grid1.AddColumn("File2", 20, false, {1, file});
     Grid1.DefaultRowHeight = 17;
 }
 

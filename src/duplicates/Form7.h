@@ -57,10 +57,12 @@ private:
     void Cancel();
     void Walk();
     bool Compare(); // false when it was canceled
-    void AddPair(std::size_t earlier, std::size_t later);
+    std::vector<std::size_t> ChainEqualLinks();
+    bool StepOn(); // now and then with a pump pass; false when it was canceled
     void EndRun();
 
     std::string currentFolder_;
+    std::size_t steps_ = 0; // of the comparison
 };
 
 extern WindowObject<Form7Window> Form7;

@@ -1,11 +1,11 @@
 // The run of the duplicate check: listing the folders in the click, then gathering and comparing in one tick of Timer1.
 
 #include "duplicates/Form7.h"
-#include "duplicates/LinkKey.h"
 #include "favorites/Folders.h"
 #include "favorites/Shortcut.h"
 
-#include <algorithm>
+#include <unordered_map>
+#include <utility>
 
 namespace tarnwick {
 
@@ -15,9 +15,11 @@ namespace {
 
 constexpr const char* RootEntry = "- Favorites root -";
 
-// Steps of the comparison between two pump passes: a few microseconds, so that a click is acted on between any two
-// steps as far as a person can tell, and the pass costs the steps next to nothing.
-constexpr std::size_t StepsAPass = 4096;
+// Steps of the comparison between two pump passes: some ten microseconds, so that a click is acted on between any two
+// steps as far as a person can tell, and the passes cost next to nothing.
+constexpr std::size_t StepsAPass = 64;
+
+constexpr std::size_t NoLink = static_cast<std::size_t>(-1);
 
 } // namespace
 
@@ -87,38 +89,43 @@ void Form7Window::ScanFile(std::string szPath, std::string szFile) {
     szFiles.push_back(CurrentLink.File);
 }
 
+// The rows are in the order of a double loop over all links, later ones within earlier ones.
 bool Form7Window::Compare() {
     Label1.Caption = "Comparing links...";
     Label2.Caption = "This can take some minutes";
-    std::vector<std::uint64_t> keys;
-    keys.reserve(szLinks.size());
-    for (const std::string& link : szLinks)
-        keys.push_back(LinkKey(link));
-
-    for (std::size_t i = 0; i < keys.size(); ++i) {
-        const std::uint64_t key = keys[i];
-        for (std::size_t from = i + 1; from <= keys.size(); from += StepsAPass) {
-            services().Windows.PumpEvents();
-            if (bCanceled)
+    const std::vector<std::size_t> nextEqual = ChainEqualLinks();
+    std::vector<Grid::Record> records(nextEqual.size());
+    const auto recordOf = [&](std::size_t link) {
+        if (records[link] == 0)
+            records[link] = Grid1.AddRecord({szNames[link], szFolders[link], szFiles[link]});
+        return records[link];
+    };
+    for (std::size_t earlier = 0; earlier < nextEqual.size(); ++earlier)
+        for (std::size_t later = nextEqual[earlier]; later != NoLink; later = nextEqual[later]) {
+            if (!StepOn())
                 return false;
-            const std::size_t to = std::min(from + StepsAPass, keys.size());
-            for (std::size_t j = from; j < to; ++j)
-                if (keys[j] == key && EqualLinks(szLinks[i], szLinks[j]))
-                    AddPair(i, j);
+            Grid1.AddRow(recordOf(earlier), recordOf(later));
         }
-    }
-    return true;
+    return StepOn();
 }
 
-void Form7Window::AddPair(std::size_t earlier, std::size_t later) {
-    Grid1.AddRow();
-    const int row = Grid1.RowCount();
-    Grid1.SetCellText(row, PairColumn::Link1, szNames[earlier]);
-    Grid1.SetCellText(row, PairColumn::Folder1, szFolders[earlier]);
-    Grid1.SetCellText(row, PairColumn::Link2, szNames[later]);
-    Grid1.SetCellText(row, PairColumn::Folder2, szFolders[later]);
-    Grid1.SetCellText(row, PairColumn::File1, szFiles[earlier]);
-    Grid1.SetCellText(row, PairColumn::File2, szFiles[later]);
+// For each link the next one of the same text, letter case aside.
+std::vector<std::size_t> Form7Window::ChainEqualLinks() {
+    std::vector<std::size_t> next(szLinks.size(), NoLink);
+    std::unordered_map<std::string, std::size_t> lastOf;
+    lastOf.reserve(szLinks.size());
+    for (std::size_t link = 0; link < szLinks.size() && StepOn(); ++link) {
+        const auto [last, isNew] = lastOf.try_emplace(services().Text.Upper(szLinks[link]), link);
+        if (!isNew)
+            next[std::exchange(last->second, link)] = link;
+    }
+    return next;
+}
+
+bool Form7Window::StepOn() {
+    if (!bCanceled && steps_++ % StepsAPass == 0)
+        services().Windows.PumpEvents();
+    return !bCanceled;
 }
 
 void Form7Window::EndRun() {

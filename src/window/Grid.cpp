@@ -3,27 +3,34 @@
 #include "platform/Services.h"
 
 #include <algorithm>
-#include <numeric>
 #include <utility>
 
 namespace tarnwick {
 
 void Grid::ClearRows() {
-    cells_.clear();
-    cells_.shrink_to_fit();
-    numbers_.clear();
-    texts_.clear();
+    rows_.clear();
+    rows_.shrink_to_fit();
+    records_.resize(1);
     SelectedRow = 0;
     ++revision_;
 }
 
 void Grid::AddColumn(std::string header, int width, bool visible) {
-    columns_.push_back({std::move(header), width, visible});
+    AddColumn(std::move(header), width, visible, {0, columns_.size()});
+}
+
+void Grid::AddColumn(std::string header, int width, bool visible, Source source) {
+    columns_.push_back({std::move(header), width, visible, source});
     ++revision_;
 }
 
-void Grid::AddRow() {
-    cells_.insert(cells_.end(), columns_.size(), NumberOf({}));
+Grid::Record Grid::AddRecord(std::vector<std::string> texts) {
+    records_.push_back(std::move(texts));
+    return static_cast<Record>(records_.size() - 1);
+}
+
+void Grid::AddRow(Record first, Record second) {
+    rows_.push_back({first, second});
     ++revision_;
 }
 
@@ -31,27 +38,36 @@ bool Grid::HasCell(int row, int column) const {
     return row >= 1 && row <= RowCount() && column >= 1 && static_cast<std::size_t>(column) <= columns_.size();
 }
 
-std::size_t Grid::CellIndex(int row, int column) const {
-    return static_cast<std::size_t>(row - 1) * columns_.size() + static_cast<std::size_t>(column - 1);
+const std::string& Grid::TextOf(Record record, std::size_t text) const {
+    static const std::string none;
+    const std::vector<std::string>& texts = records_[record];
+    return text < texts.size() ? texts[text] : none;
 }
 
 const std::string& Grid::CellText(int row, int column) const {
-    static const std::string none;
-    return HasCell(row, column) ? texts_[cells_[CellIndex(row, column)]] : none;
+    if (!HasCell(row, column))
+        return TextOf(0, 0);
+    const Source from = columns_[static_cast<std::size_t>(column - 1)].From;
+    return TextOf(rows_[static_cast<std::size_t>(row - 1)][from.Record], from.Text);
 }
 
 void Grid::SetCellText(int row, int column, std::string_view text) {
     if (!HasCell(row, column))
         return;
-    cells_[CellIndex(row, column)] = NumberOf(text);
+    const Source from = columns_[static_cast<std::size_t>(column - 1)].From;
+    Record& record = rows_[static_cast<std::size_t>(row - 1)][from.Record];
+    if (record == 0)
+        record = AddRecord({});
+    std::vector<std::string>& texts = records_[record];
+    texts.resize(std::max(texts.size(), from.Text + 1));
+    texts[from.Text] = text;
     ++revision_;
 }
 
 void Grid::RemoveRow(int row) {
     if (!HasCell(row, 1))
         return;
-    const auto first = cells_.begin() + static_cast<std::ptrdiff_t>(CellIndex(row, 1));
-    cells_.erase(first, first + static_cast<std::ptrdiff_t>(columns_.size()));
+    rows_.erase(rows_.begin() + (row - 1));
     if (SelectedRow == row)
         SelectedRow = 0;
     else if (SelectedRow > row)
@@ -59,25 +75,28 @@ void Grid::RemoveRow(int row) {
     ++revision_;
 }
 
+// Ranking the few records once makes the sort of many rows one of counting.
 void Grid::Sort(int column) {
     if (!HasCell(1, column))
         return;
-    const std::vector<TextNumber> rank = RankTexts();
-    const std::size_t width = columns_.size();
-    std::vector<int> order(static_cast<std::size_t>(RowCount()));
-    std::iota(order.begin(), order.end(), 1);
-    std::ranges::stable_sort(order, {}, [&](int row) { return rank[cells_[CellIndex(row, column)]]; });
+    const Source from = columns_[static_cast<std::size_t>(column - 1)].From;
+    const std::vector<std::uint32_t> rank = RankRecords(from.Text);
+    const auto rankOf = [&](const Row& row) { return rank[row[from.Record]]; };
 
-    std::vector<TextNumber> sorted;
-    sorted.reserve(cells_.size());
+    std::vector<std::size_t> places(rank.size() + 1); // where the next row of a rank comes
+    for (const Row& row : rows_)
+        ++places[rankOf(row) + 1];
+    for (std::size_t next = 1; next < places.size(); ++next)
+        places[next] += places[next - 1];
+    std::vector<Row> sorted(rows_.size());
     int selected = 0;
-    for (std::size_t place = 0; place < order.size(); ++place) {
-        const auto from = cells_.begin() + static_cast<std::ptrdiff_t>(CellIndex(order[place], 1));
-        sorted.insert(sorted.end(), from, from + static_cast<std::ptrdiff_t>(width));
-        if (order[place] == SelectedRow)
+    for (std::size_t row = 0; row < rows_.size(); ++row) {
+        const std::size_t place = places[rankOf(rows_[row])]++;
+        sorted[place] = rows_[row];
+        if (static_cast<int>(row) + 1 == SelectedRow)
             selected = static_cast<int>(place) + 1;
     }
-    cells_ = std::move(sorted);
+    rows_ = std::move(sorted);
     SelectedRow = selected;
     ++revision_;
 }
@@ -92,24 +111,17 @@ int Grid::FindRow(std::string_view text) const {
     return 0;
 }
 
-Grid::TextNumber Grid::NumberOf(std::string_view text) {
-    if (const auto found = numbers_.find(text); found != numbers_.end())
-        return found->second;
-    const auto number = static_cast<TextNumber>(texts_.size());
-    numbers_.emplace(texts_.emplace_back(text), number);
-    return number;
-}
-
-// A rank for each text: equal for texts that differ in case only. Ranking the few texts once makes the sort of many
-// rows one of small numbers.
-std::vector<Grid::TextNumber> Grid::RankTexts() const {
-    std::vector<std::pair<std::string, TextNumber>> uppers;
-    uppers.reserve(texts_.size());
-    for (const std::string& text : texts_)
-        uppers.emplace_back(services().Text.Upper(text), static_cast<TextNumber>(uppers.size()));
+// The records' places in the order of one of their texts; one place for those that differ in case only.
+std::vector<std::uint32_t> Grid::RankRecords(std::size_t text) const {
+    std::vector<std::pair<std::string, Record>> uppers;
+    uppers.reserve(records_.size());
+    for (std::size_t record = 0; record < records_.size(); ++record) {
+        const auto number = static_cast<Record>(record);
+        uppers.emplace_back(services().Text.Upper(TextOf(number, text)), number);
+    }
     std::ranges::sort(uppers);
-    std::vector<TextNumber> rank(uppers.size());
-    TextNumber next = 0;
+    std::vector<std::uint32_t> rank(uppers.size());
+    std::uint32_t next = 0;
     for (std::size_t place = 0; place < uppers.size(); ++place) {
         if (place > 0 && uppers[place].first != uppers[place - 1].first)
             ++next;

@@ -1,34 +1,47 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace tarnwick {
 
-// A grid of text cells. Rows and columns count from 1. Equal texts are kept once, so that a million rows which repeat
-// the same few names and paths stay small.
+// A grid of text cells. Rows and columns count from 1. The texts are in records, and a row names the one or two that it
+// shows: a million rows that set the same few favorites beside each other stay small.
 class Grid {
 public:
+    using Record = std::uint32_t; // 0: one without texts
+
+    // Where a column finds its text: in which of a row's two records, and as which of that record's texts.
+    struct Source {
+        std::size_t Record = 0;
+        std::size_t Text = 0;
+    };
+
     struct Column {
         std::string Header;
         int Width = 0; // pixels at 96 dots per inch
         bool Visible = true;
+        Source From;
     };
 
     int DefaultRowHeight = 17; // pixels at 96 dots per inch
     int SelectedRow = 0;       // 0: none
 
     void ClearRows();
+    // A column whose texts are the rows' own, or come from `source`.
     void AddColumn(std::string header, int width, bool visible = true);
-    void AddRow();
-    int RowCount() const { return columns_.empty() ? 0 : static_cast<int>(cells_.size() / columns_.size()); }
+    void AddColumn(std::string header, int width, bool visible, Source source);
+    Record AddRecord(std::vector<std::string> texts);
+    void AddRow(Record first = 0, Record second = 0);
+    int RowCount() const { return columns_.empty() ? 0 : static_cast<int>(rows_.size()); }
     // The text of a cell; the empty text for a row or column that isn't there.
     const std::string& CellText(int row, int column) const;
+    // Changes the record, and so the other rows that show it.
     void SetCellText(int row, int column, std::string_view text);
     void RemoveRow(int row);
     // Orders the rows by one column's text, ascending and regardless of case; rows that compare equal keep their order,
@@ -44,17 +57,15 @@ public:
     std::uint64_t Revision() const { return revision_; }
 
 private:
-    using TextNumber = std::uint32_t;
+    using Row = std::array<Record, 2>;
 
     bool HasCell(int row, int column) const;
-    std::size_t CellIndex(int row, int column) const;
-    TextNumber NumberOf(std::string_view text);
-    std::vector<TextNumber> RankTexts() const;
+    const std::string& TextOf(Record record, std::size_t text) const;
+    std::vector<std::uint32_t> RankRecords(std::size_t text) const;
 
     std::vector<Column> columns_;
-    std::vector<TextNumber> cells_; // row by row
-    std::deque<std::string> texts_; // a deque: the keys of numbers_ point into it
-    std::unordered_map<std::string_view, TextNumber> numbers_;
+    std::vector<Row> rows_;
+    std::deque<std::vector<std::string>> records_{1};
     std::uint64_t revision_ = 0;
 };
 
