@@ -59,7 +59,7 @@ struct PosixMachine {
     MemorySettings Settings;
     PosixSockets Sockets{Loop};
     WatchedEvents Events{Sockets};
-    HeadlessWindows Windows{Loop, Events};
+    HeadlessWindows Windows{Loop, Events, Clock};
     RecordingShell Shell;
     PosixText Text;
     ServicesInUse InUse{{Files, Shortcuts, Settings, Sockets, Windows, Clock, Shell, Text}};

@@ -24,7 +24,7 @@ void Form4Window::Layout() {
                           .Place = {1560, top, 2910, 210},
                           .AccessibleDescription = description};
     };
-    // The button comes first: while a panel covers the tree, no key shall reach a box that nobody sees.
+    // The button comes first, so that Enter and Space lead through a whole run.
     ApplyLayout(*this, {
                            SidePicture(Picture1, 120),
                            Banner(Label13, "Label13", {1920, 120, 4710, 225},

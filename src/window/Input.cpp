@@ -15,6 +15,12 @@ void Input::Press(const Control& control, std::string_view shown) {
     pressedCaption_ = shown;
 }
 
+void Input::Release(Control* control) {
+    if (control != nullptr && control == pressed_)
+        Click(*control, pressedCaption_);
+    pressed_ = nullptr;
+}
+
 void Input::Click(Control& control, std::string_view shown) {
     const bool completesPress = std::exchange(pressed_, nullptr) == &control;
     if (control.Caption != (completesPress ? std::string_view(pressedCaption_) : shown) || !Takes(control))

@@ -17,11 +17,11 @@ public:
 
     // The mouse button, or a key that holds it down, presses a control. `shown` is the caption that it showed then.
     void Press(const Control& control, std::string_view shown);
-    // The press ends elsewhere.
-    void Cancel() { pressed_ = nullptr; }
-    // The click that completes a press, or one without a press of its own (a key, an access key, a screen reader's
-    // action), for which `shown` is what the control shows. A button or a label raises its Click; a check box changes
-    // its state first, an option button takes the mark from the others.
+    // The press ends over this control, or over none: a click where it began there.
+    void Release(Control* control);
+    // A click: the end of a press, or one without a press of its own (a key, a screen reader's action), for which
+    // `shown` is what the control shows. A button or a label raises its Click; a check box changes its state first, an
+    // option button takes the mark from the others.
     void Click(Control& control, std::string_view shown);
 
     void Tick(TreeControl& tree, int index);

@@ -12,7 +12,7 @@ struct HeadlessPlatform {
     MemoryFavorites Favorites;
     MemorySettings Settings;
     FakeSockets Sockets{Loop, Clock};
-    HeadlessWindows Windows{Loop, Sockets};
+    HeadlessWindows Windows{Loop, Sockets, Clock};
     RecordingShell Shell;
     PlainText Text;
     ServicesInUse InUse{{Favorites, Favorites, Settings, Sockets, Windows, Clock, Shell, Text}};

@@ -1,11 +1,44 @@
 #include "platform/headless/HeadlessWindows.h"
 
+#include "window/Reach.h"
+
 #include <algorithm>
 #include <utility>
 
 namespace tarnwick {
 
 void HeadlessWindows::InPass(int passes, std::function<void()> act) { acts_.emplace(pass_ + passes, std::move(act)); }
+
+void HeadlessWindows::Discard(Window& window) {
+    loop_.Remove(window);
+    for (const Control* control : window.Controls)
+        screen_.erase(control);
+    focus_.erase(&window);
+    focusRevisions_.erase(&window);
+}
+
+void HeadlessWindows::Handle(const std::function<void()>& gesture) {
+    if (ended_)
+        return;
+    pace_.Begin();
+    gesture();
+}
+
+void HeadlessWindows::Sync() {
+    const std::int64_t now = clock_.Now();
+    for (const Window* window : loop_.Windows())
+        if (window->IsVisible())
+            for (const Control* control : window->Controls)
+                screen_[control] = control->Caption;
+    pace_.Done(now, now);
+}
+
+Control* HeadlessWindows::Focus(const Window& window) {
+    Control*& focus = focus_[&window];
+    if (std::exchange(focusRevisions_[&window], window.FocusRevision) != window.FocusRevision)
+        focus = window.FocusRequest;
+    return focus = FocusAfter(window, focus);
+}
 
 void HeadlessWindows::ShowModal(Window& window) {
     while (window.IsLoaded() && !ended_)
@@ -14,6 +47,9 @@ void HeadlessWindows::ShowModal(Window& window) {
 
 MessageAnswer HeadlessWindows::ShowMessage(const std::string& text, const std::string& title, MessageIcon icon,
                                            MessageButtons buttons) {
+    if (ended_)
+        return buttons == MessageButtons::Ok ? MessageAnswer::Ok : MessageAnswer::No;
+    Sync();
     Messages.push_back({text, title, icon, buttons});
     if (buttons == MessageButtons::Ok)
         return MessageAnswer::Ok;
@@ -24,6 +60,7 @@ MessageAnswer HeadlessWindows::ShowMessage(const std::string& text, const std::s
 }
 
 const MenuEntry* HeadlessWindows::PopUp(const Menu& menu, Window& /*window*/) {
+    Sync();
     auto& shown = Menus.emplace_back();
     for (const MenuEntry* entry : menu.Entries)
         if (!entry->Separator)
@@ -53,19 +90,23 @@ void HeadlessWindows::PumpEvents() {
     if (ended_)
         return;
     ++pass_;
+    if (pace_.Wait(clock_.Now()) == 0)
+        Sync();
     for (auto act = acts_.begin(); act != acts_.end() && act->first <= pass_; act = acts_.begin()) {
         const std::function<void()> run = std::move(act->second);
         acts_.erase(act);
-        run();
+        Handle(run);
     }
     events_.Collect();
     loop_.DispatchMessages();
-    loop_.FireTimers();
+    if (!ended_)
+        loop_.FireTimers();
 }
 
 void HeadlessWindows::WaitForEvents() {
     if (ended_)
         return;
+    Sync();
     if (!IsPending())
         events_.Wait(loop_.UntilNextTick());
     PumpEvents();

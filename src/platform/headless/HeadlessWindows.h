@@ -1,10 +1,11 @@
 #pragma once
 
 // Windows without a screen: events are scripted into a given pump pass, message boxes and menus are answered by a
-// script, and what was shown is kept to be looked at.
+// script, and what a screen would show is kept to be looked at.
 
 #include "platform/Services.h"
 #include "window/MessageLoop.h"
+#include "window/Pace.h"
 #include "window/Window.h"
 
 #include <deque>
@@ -18,7 +19,8 @@ namespace tarnwick {
 class HeadlessWindows : public WindowService {
 public:
     // Sleeping is up to `events`.
-    HeadlessWindows(MessageLoop& loop, EventSource& events) : loop_(loop), events_(events) {}
+    HeadlessWindows(MessageLoop& loop, EventSource& events, ClockService& clock)
+        : loop_(loop), events_(events), clock_(clock) {}
 
     // Runs `act` in the pump pass that comes after `passes` - 1 others. Acts of one pass run in the order of this call,
     // in front of the posted messages and the timers.
@@ -43,11 +45,19 @@ public:
 
     bool HasEnded() const { return ended_; }
 
+    // Runs what a gesture of the user leads to.
+    void Handle(const std::function<void()>& gesture);
+    // The caption that a screen would show of a control now.
+    const std::string& Shown(const Control& control) { return screen_[&control]; }
+    // The control of a window that has the focus; nullptr for none.
+    Control* Focus(const Window& window);
+    void SetFocus(const Window& window, Control* control) { focus_[&window] = control; }
+
     WindowHandle Open(Window& window) override { return loop_.Add(window); }
-    void Show(Window&) override {}
+    void Show(Window& /*window*/) override { Sync(); }
     void ShowModal(Window& window) override;
     void Hide(Window&) override {}
-    void Discard(Window& window) override { loop_.Remove(window); }
+    void Discard(Window& window) override;
     MessageAnswer ShowMessage(const std::string& text, const std::string& title, MessageIcon icon,
                               MessageButtons buttons) override;
     const MenuEntry* PopUp(const Menu& menu, Window& window) override;
@@ -61,9 +71,15 @@ public:
 
 private:
     bool IsPending() const;
+    void Sync();
 
     MessageLoop& loop_;
     EventSource& events_;
+    ClockService& clock_;
+    Pace pace_;
+    std::map<const Control*, std::string> screen_;
+    std::map<const Window*, Control*> focus_;
+    std::map<const Window*, unsigned> focusRevisions_; // the last request that was met
     std::int64_t pass_ = 0;
     std::multimap<std::int64_t, std::function<void()>> acts_; // by pass
     bool ended_ = false;
