@@ -79,7 +79,7 @@ void Form4Window::EndRun() {
     Frame2.Visible = true;
 }
 
-// The socket is closed at once, so that the link under check gets no row behind the text that counts the rows.
+// The socket is closed at once, so that the link under check gets no row after the text that counts the rows.
 void Form4Window::Stop() {
     Favorites::RunCompleted = false;
     StopRequested = true;

@@ -13,14 +13,14 @@ void Form4Window::BuildTree() {
     Tree1.AddGroupNode("- Your Favorites -");
     Tree1.AddCheckNode(1, "- Favorites Root -");
 
-    // One place stays free for the node behind the folders.
+    // One place stays free for the node after the folders.
     const auto hasRoom = [this] { return Tree1.Nodes().Count() < Tree::NodeList::MaxCount - 1; };
     Favorites::ListFirstLevel(hasRoom, [this](const std::string& name) { Tree1.AddCheckNode(1, name, 0); });
     Tree1.AddCheckNode(0, "Scan subfolders", 1);
     Tree1.FinishNodes();
 }
 
-// Nodes are told by their text, as everywhere in the run.
+// A node is known by its text, as everywhere in the run.
 void Form4Window::Tree1_Check(int index, std::int32_t value) {
     const int last = Tree1.Nodes().Count();
     const std::string& text = Tree1.NodeAt(index).Text;

@@ -25,7 +25,7 @@ public:
     CommandButton Command2, Command1;
     Timer Timer1; // starts the long work outside the click
 
-    // The folder work list. Its count has 16 bits: what comes behind the last place is left out.
+    // The folder work list. Its count has 16 bits: what comes after the last place is left out.
     static constexpr std::size_t List1Capacity = 32767;
     std::vector<std::string> List1;
 

@@ -4,7 +4,7 @@
 // app/ hands them over once with UseServices(), and everything else reaches them through services().
 //
 // Texts are in the system's ANSI code page (UTF-8 on Linux). Paths have "\" between their pieces. Nothing here throws;
-// a failure is told by the result that the operation names.
+// a failure is a result that the operation names.
 
 #include <cstddef>
 #include <cstdint>

@@ -4,7 +4,7 @@
 
 namespace tarnwick {
 
-// Captions for the details of one favorite. No command opens it: the menu's "Get info" stands greyed.
+// Captions for the details of one favorite. No command opens it: the menu's "Get info" is always greyed.
 class Form6Window : public Window {
 public:
     Form6Window();

@@ -8,7 +8,7 @@
 namespace tarnwick {
 
 // Never shown: owns the socket, both pop-up menus, and the picture and icon that the other windows take over. Each
-// handler stands with what it does: the socket's in probe/, the menus' in report/ and duplicates/.
+// handler is beside what it does: the socket's in probe/, the menus' in report/ and duplicates/.
 class Form2Window : public Window {
 public:
     Form2Window();

@@ -28,7 +28,7 @@ void Form9Window::OnLoad() {
 
 void Form9Window::OnUnload() { Favorites::SplashDone = true; }
 
-// Loading Form4 brings up the rest of the program; the splash stands for as long as that takes.
+// Loading Form4 brings up the rest of the program; the splash stays for as long as that takes.
 void Form9Window::Timer1_Tick() {
     Timer1.Disable();
     Form4.Load();

@@ -1,6 +1,6 @@
 #pragma once
 
-// What stands in front of all windows until the user has answered it.
+// Boxes and menus in front of all windows, until the user has answered them.
 
 #include "platform/Services.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-// A window's layout is one table, beside the window: what stands where, with which text and in which state. ApplyLayout
+// A window's layout is one table, beside the window: what is where, with which text and in which state. ApplyLayout
 // fills the control fields from it; front ends read the fields.
 
 #include "window/Window.h"

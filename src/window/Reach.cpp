@@ -26,7 +26,7 @@ template <bool Control::*Field> bool HoldsUpwards(const Control& control) {
 
 bool IsVisible(const Control& control) { return HoldsUpwards<&Control::Visible>(control); }
 
-// Only frames are wider than a single text or field.
+// Only frames are large enough to hide another control.
 bool IsCovered(const Window& window, const Control& control) {
     const Rect place = PlaceInWindow(control);
     const auto own = std::ranges::find(window.Controls, &control);

@@ -30,7 +30,7 @@ public:
     void AddGroupNode(std::string text);
     // `parent` is a node's index, 0 for the top level.
     void AddCheckNode(int parent, std::string text, std::int32_t check = 0);
-    // Called once behind the last node: the tree is ready for the user.
+    // Called once after the last node: the tree is ready for the user.
     void FinishNodes();
 
     const NodeList& Nodes() const { return nodes_; }

@@ -6,7 +6,7 @@
 
 namespace tarnwick {
 
-// One character of a UTF-8 text (RFC 3629). A byte that begins no whole character stands for itself and is not valid.
+// One character of a UTF-8 text (RFC 3629). A byte that begins no whole character is taken by itself and is not valid.
 struct Utf8Character {
     char32_t Code = 0;
     std::size_t Bytes = 1;

@@ -1,6 +1,6 @@
 #pragma once
 
-// Services that live in memory and do what a test tells them, so that any one call can be made to fail.
+// Services that live in memory and do what a test asks for, so that any one call can be made to fail.
 
 #include "platform/Services.h"
 #include "window/MessageLoop.h"
