@@ -1,22 +1,22 @@
 #include "platform/win32/Win32Buttons.h"
 
-#include "platform/win32/Win32Form.h"
+#include "platform/win32/Win32Window.h"
 
 #include <windows.h>
 
 namespace tarnwick {
 
-Win32CommandButton::Win32CommandButton(Win32Form& form, CommandButton& model, HWND__* parent, int number)
-    : Win32Control(form, model, parent, number, {L"BUTTON", BS_PUSHBUTTON | BS_NOTIFY}) {}
+Win32CommandButton::Win32CommandButton(Win32Window& owner, CommandButton& model, HWND__* parent, int number)
+    : Win32Control(owner, model, parent, number, {L"BUTTON", BS_PUSHBUTTON | BS_NOTIFY}) {}
 
 void Win32CommandButton::OnCommand(unsigned notice) {
     if (notice == BN_CLICKED)
         Press();
     else if (notice == BN_SETFOCUS || notice == BN_KILLFOCUS)
-        Form().ShowDefaultButton();
+        Owner().ShowDefaultButton();
 }
 
-void Win32CommandButton::Press() { Form().Raise(Model().Click); }
+void Win32CommandButton::Press() { Owner().Raise(Model().Click); }
 
 void Win32CommandButton::ShowDefault(bool isDefault) {
     if (isDefault_ == isDefault)
@@ -25,8 +25,8 @@ void Win32CommandButton::ShowDefault(bool isDefault) {
     Send(BM_SETSTYLE, isDefault ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON, TRUE);
 }
 
-Win32CheckBox::Win32CheckBox(Win32Form& form, CheckBox& model, HWND__* parent, int number)
-    : Win32Control(form, model, parent, number, {L"BUTTON", BS_CHECKBOX}), box_(model) {}
+Win32CheckBox::Win32CheckBox(Win32Window& owner, CheckBox& model, HWND__* parent, int number)
+    : Win32Control(owner, model, parent, number, {L"BUTTON", BS_CHECKBOX}), box_(model) {}
 
 void Win32CheckBox::OnCommand(unsigned notice) {
     if (notice == BN_CLICKED)
@@ -34,10 +34,10 @@ void Win32CheckBox::OnCommand(unsigned notice) {
 }
 
 void Win32CheckBox::Press() {
-    if (Form().IsEcho())
+    if (Owner().IsEcho())
         return;
     box_.Value = box_.Value == 0 ? 1 : 0;
-    Form().Raise(box_.Click);
+    Owner().Raise(box_.Click);
 }
 
 void Win32CheckBox::SyncContent() {
@@ -48,8 +48,8 @@ void Win32CheckBox::SyncContent() {
     Send(BM_SETCHECK, value_ != 0 ? BST_CHECKED : BST_UNCHECKED);
 }
 
-Win32OptionButton::Win32OptionButton(Win32Form& form, OptionButton& model, HWND__* parent, int number)
-    : Win32Control(form, model, parent, number, {L"BUTTON", BS_RADIOBUTTON}), option_(model) {}
+Win32OptionButton::Win32OptionButton(Win32Window& owner, OptionButton& model, HWND__* parent, int number)
+    : Win32Control(owner, model, parent, number, {L"BUTTON", BS_RADIOBUTTON}), option_(model) {}
 
 void Win32OptionButton::OnCommand(unsigned notice) {
     if (notice == BN_CLICKED)
@@ -57,12 +57,12 @@ void Win32OptionButton::OnCommand(unsigned notice) {
 }
 
 void Win32OptionButton::Press() {
-    if (Form().IsEcho() || option_.Value)
+    if (Owner().IsEcho() || option_.Value)
         return;
-    for (Control* other : Form().Model().Controls)
+    for (Control* other : Owner().Model().Controls)
         if (other->Kind == ControlKind::OptionButton)
             static_cast<OptionButton*>(other)->Value = other == &option_;
-    Form().Raise(option_.Click);
+    Owner().Raise(option_.Click);
 }
 
 void Win32OptionButton::SyncContent() {

@@ -6,7 +6,7 @@ namespace tarnwick {
 
 class Win32CommandButton final : public Win32Control {
 public:
-    Win32CommandButton(Win32Form& form, CommandButton& model, HWND__* parent, int number);
+    Win32CommandButton(Win32Window& owner, CommandButton& model, HWND__* parent, int number);
 
     void OnCommand(unsigned notice) override;
     void Press() override;
@@ -21,7 +21,7 @@ private:
 
 class Win32CheckBox final : public Win32Control {
 public:
-    Win32CheckBox(Win32Form& form, CheckBox& model, HWND__* parent, int number);
+    Win32CheckBox(Win32Window& owner, CheckBox& model, HWND__* parent, int number);
 
     void OnCommand(unsigned notice) override;
     void Press() override;
@@ -35,7 +35,7 @@ private:
 
 class Win32OptionButton final : public Win32Control {
 public:
-    Win32OptionButton(Win32Form& form, OptionButton& model, HWND__* parent, int number);
+    Win32OptionButton(Win32Window& owner, OptionButton& model, HWND__* parent, int number);
 
     void OnCommand(unsigned notice) override;
     void Press() override;

@@ -2,38 +2,38 @@
 
 #include "platform/win32/Win32Accessible.h"
 #include "platform/win32/Win32Buttons.h"
-#include "platform/win32/Win32Form.h"
 #include "platform/win32/Win32Grid.h"
 #include "platform/win32/Win32Look.h"
 #include "platform/win32/Win32Statics.h"
 #include "platform/win32/Win32Text.h"
 #include "platform/win32/Win32TextBox.h"
 #include "platform/win32/Win32Tree.h"
+#include "platform/win32/Win32Window.h"
 
 #include <windows.h>
 
 namespace tarnwick {
 
-std::unique_ptr<Win32Control> Win32Control::Make(Win32Form& form, Control& model, HWND__* parent, int number) {
+std::unique_ptr<Win32Control> Win32Control::Make(Win32Window& owner, Control& model, HWND__* parent, int number) {
     switch (model.Kind) {
     case ControlKind::Label:
-        return std::make_unique<Win32Label>(form, static_cast<Label&>(model), parent, number);
+        return std::make_unique<Win32Label>(owner, static_cast<Label&>(model), parent, number);
     case ControlKind::CommandButton:
-        return std::make_unique<Win32CommandButton>(form, static_cast<CommandButton&>(model), parent, number);
+        return std::make_unique<Win32CommandButton>(owner, static_cast<CommandButton&>(model), parent, number);
     case ControlKind::CheckBox:
-        return std::make_unique<Win32CheckBox>(form, static_cast<CheckBox&>(model), parent, number);
+        return std::make_unique<Win32CheckBox>(owner, static_cast<CheckBox&>(model), parent, number);
     case ControlKind::OptionButton:
-        return std::make_unique<Win32OptionButton>(form, static_cast<OptionButton&>(model), parent, number);
+        return std::make_unique<Win32OptionButton>(owner, static_cast<OptionButton&>(model), parent, number);
     case ControlKind::TextBox:
-        return std::make_unique<Win32TextBox>(form, static_cast<TextBox&>(model), parent, number);
+        return std::make_unique<Win32TextBox>(owner, static_cast<TextBox&>(model), parent, number);
     case ControlKind::Frame:
-        return std::make_unique<Win32Frame>(form, static_cast<Frame&>(model), parent, number);
+        return std::make_unique<Win32Frame>(owner, static_cast<Frame&>(model), parent, number);
     case ControlKind::PictureBox:
-        return std::make_unique<Win32Picture>(form, static_cast<PictureBox&>(model), parent, number);
+        return std::make_unique<Win32Picture>(owner, static_cast<PictureBox&>(model), parent, number);
     case ControlKind::Grid:
-        return std::make_unique<Win32Grid>(form, static_cast<GridControl&>(model), parent, number);
+        return std::make_unique<Win32Grid>(owner, static_cast<GridControl&>(model), parent, number);
     case ControlKind::Tree:
-        return std::make_unique<Win32Tree>(form, static_cast<TreeControl&>(model), parent, number);
+        return std::make_unique<Win32Tree>(owner, static_cast<TreeControl&>(model), parent, number);
     case ControlKind::Line:
     case ControlKind::Shape:
         break;
@@ -41,8 +41,8 @@ std::unique_ptr<Win32Control> Win32Control::Make(Win32Form& form, Control& model
     return nullptr;
 }
 
-Win32Control::Win32Control(Win32Form& form, Control& model, HWND__* parent, int number, const Type& type)
-    : form_(form), model_(model), foreColor_(model.ForeColor), backColor_(model.BackColor) {
+Win32Control::Win32Control(Win32Window& owner, Control& model, HWND__* parent, int number, const Type& type)
+    : owner_(owner), model_(model), foreColor_(model.ForeColor), backColor_(model.BackColor) {
     real_ =
         CreateWindowExW(type.ExtendedStyle, type.Class, nullptr, type.Style | WS_CHILD | WS_CLIPSIBLINGS, 0, 0, 0, 0,
                         parent, reinterpret_cast<HMENU>(std::intptr_t{number}), GetModuleHandleW(nullptr), nullptr);
@@ -92,7 +92,7 @@ HBRUSH__* Win32Control::PrepareColors(HDC__* surface) const {
     const auto isOwn = [](const Color& color) {
         return color.Role != ColorRole::ControlDefault && color.Role != ColorRole::Transparent;
     };
-    const Color behind = model_.Container != nullptr ? model_.Container->BackColor : form_.Model().BackColor;
+    const Color behind = model_.Container != nullptr ? model_.Container->BackColor : owner_.Model().BackColor;
     const COLORREF back = ColorValue(isOwn(model_.BackColor) ? model_.BackColor : behind, ColorRole::ButtonFace);
     SetTextColor(surface, ColorValue(model_.ForeColor, ColorRole::ButtonText));
     SetBkColor(surface, back);
@@ -111,7 +111,7 @@ std::intptr_t Win32Control::Send(unsigned message, std::uintptr_t first, std::in
 }
 
 void Win32Control::Post(std::intptr_t what) const {
-    PostMessageW(form_.Real(), Win32Form::ControlMessage, reinterpret_cast<WPARAM>(real_), what);
+    PostMessageW(owner_.Real(), Win32Window::ControlMessage, reinterpret_cast<WPARAM>(real_), what);
 }
 
 } // namespace tarnwick

@@ -11,14 +11,14 @@ struct tagNMHDR;
 
 namespace tarnwick {
 
-class Win32Form;
+class Win32Window;
 
 // The real window of one control: made from the control's row, brought in line with its fields, and the source of its
 // events.
 class Win32Control {
 public:
     // nullptr for kinds that the window itself paints.
-    static std::unique_ptr<Win32Control> Make(Win32Form& form, Control& model, HWND__* parent, int number);
+    static std::unique_ptr<Win32Control> Make(Win32Window& owner, Control& model, HWND__* parent, int number);
     virtual ~Win32Control() = default;
     Win32Control(const Win32Control&) = delete;
     Win32Control& operator=(const Win32Control&) = delete;
@@ -48,7 +48,7 @@ protected:
         unsigned long Style;
         unsigned long ExtendedStyle = 0;
     };
-    Win32Control(Win32Form& form, Control& model, HWND__* parent, int number, const Type& type);
+    Win32Control(Win32Window& owner, Control& model, HWND__* parent, int number, const Type& type);
 
     // The text, value, rows... as they stand in the model.
     virtual void SyncContent() = 0;
@@ -61,12 +61,12 @@ protected:
     std::intptr_t Send(unsigned message, std::uintptr_t first = 0, std::intptr_t second = 0) const;
     // A message to itself, handled from the message loop.
     void Post(std::intptr_t what) const;
-    Win32Form& Form() const { return form_; }
+    Win32Window& Owner() const { return owner_; }
 
 private:
     void SyncFont();
 
-    Win32Form& form_;
+    Win32Window& owner_;
     Control& model_;
     HWND__* real_ = nullptr;
     int dots_ = 0;

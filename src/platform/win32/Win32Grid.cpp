@@ -1,8 +1,8 @@
 #include "platform/win32/Win32Grid.h"
 
-#include "platform/win32/Win32Form.h"
 #include "platform/win32/Win32Look.h"
 #include "platform/win32/Win32Text.h"
+#include "platform/win32/Win32Window.h"
 
 #include <windows.h>
 
@@ -36,8 +36,8 @@ LRESULT CALLBACK GridProcedure(HWND window, UINT message, WPARAM first, LPARAM s
 
 } // namespace
 
-Win32Grid::Win32Grid(Win32Form& form, GridControl& model, HWND__* parent, int number)
-    : Win32Control(form, model, parent, number,
+Win32Grid::Win32Grid(Win32Window& owner, GridControl& model, HWND__* parent, int number)
+    : Win32Control(owner, model, parent, number,
                    {WC_LISTVIEWW, LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS, WS_EX_CLIENTEDGE}),
       grid_(model) {
     constexpr DWORD styles = LVS_EX_FULLROWSELECT | LVS_EX_GRIDLINES;
@@ -58,12 +58,12 @@ void Win32Grid::OnNotify(tagNMHDR& notice) {
             return;
         const std::wstring text = SingleLineOf(grid_.CellText(item.iItem + 1, columns_[column]));
         lstrcpynW(item.pszText, text.c_str(), item.cchTextMax);
-    } else if (Form().IsEcho()) {
+    } else if (Owner().IsEcho()) {
         return;
     } else if (notice.code == LVN_COLUMNCLICK) {
         const auto column = static_cast<std::size_t>(reinterpret_cast<NMLISTVIEW&>(notice).iSubItem);
         if (column < columns_.size())
-            Form().Raise(grid_.HeaderClick, columns_[column]);
+            Owner().Raise(grid_.HeaderClick, columns_[column]);
     } else if (notice.code == LVN_ITEMCHANGED) {
         grid_.SelectedRow = selectedRow_ =
             static_cast<int>(Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED)) + 1;
@@ -73,8 +73,8 @@ void Win32Grid::OnNotify(tagNMHDR& notice) {
 void Win32Grid::OpenMenuAt(int x, int y) {
     POINT place = {x, y};
     ClientToScreen(Real(), &place);
-    Form().SetMenuPlace(place.x, place.y);
-    Form().Raise(grid_.MouseButton, RightButton, 0, x, y);
+    Owner().SetMenuPlace(place.x, place.y);
+    Owner().Raise(grid_.MouseButton, RightButton, 0, x, y);
 }
 
 void Win32Grid::OpenMenuByKey() {

@@ -11,7 +11,7 @@ namespace tarnwick {
 // A list view that asks the model for each cell it paints, so that a million rows cost nothing.
 class Win32Grid final : public Win32Control {
 public:
-    Win32Grid(Win32Form& form, GridControl& model, HWND__* parent, int number);
+    Win32Grid(Win32Window& owner, GridControl& model, HWND__* parent, int number);
     ~Win32Grid() override;
 
     void OnNotify(tagNMHDR& notice) override;

@@ -23,21 +23,21 @@ std::vector<Control*> InTabOrder(const Window& window) {
     return stops;
 }
 
-bool IsStop(const Win32Form& form, const Control& control) {
+bool IsStop(const Win32Window& window, const Control& control) {
     const bool passed = control.Kind == ControlKind::OptionButton && !static_cast<const OptionButton&>(control).Value;
-    return !passed && CanHaveFocus(form, control);
+    return !passed && CanHaveFocus(window, control);
 }
 
 // Focus rectangles show from the first key on that moves the focus.
-void ShowCues(const Win32Form& form, WORD what) {
-    SendMessageW(form.Real(), WM_CHANGEUISTATE, MAKEWPARAM(UIS_CLEAR, what), 0);
+void ShowCues(const Win32Window& window, WORD what) {
+    SendMessageW(window.Real(), WM_CHANGEUISTATE, MAKEWPARAM(UIS_CLEAR, what), 0);
 }
 
-bool Tab(Win32Form& form) {
-    const Win32Control* focused = form.Focused();
-    if (Win32Control* next = NextStop(form, focused == nullptr ? nullptr : &focused->Model(), IsDown(VK_SHIFT))) {
-        ShowCues(form, UISF_HIDEFOCUS);
-        form.SetFocus(*next);
+bool Tab(Win32Window& window) {
+    const Win32Control* focused = window.Focused();
+    if (Win32Control* next = NextStop(window, focused == nullptr ? nullptr : &focused->Model(), IsDown(VK_SHIFT))) {
+        ShowCues(window, UISF_HIDEFOCUS);
+        window.SetFocus(*next);
         if (next->Model().Kind == ControlKind::TextBox)
             SendMessageW(next->Real(), EM_SETSEL, 0, -1);
     }
@@ -45,36 +45,36 @@ bool Tab(Win32Form& form) {
 }
 
 // Held down, it presses once: the next state of a button is not what the user wanted to press.
-bool Enter(Win32Form& form, const MSG& message) {
-    Win32Control* button = form.Focused();
+bool Enter(Win32Window& window, const MSG& message) {
+    Win32Control* button = window.Focused();
     if (button == nullptr || button->Model().Kind != ControlKind::CommandButton) {
         const auto isDefault = [](const Control* control) {
             return control->Kind == ControlKind::CommandButton && static_cast<const CommandButton*>(control)->Default;
         };
-        const auto found = std::ranges::find_if(form.Model().Controls, isDefault);
-        button = found == form.Model().Controls.end() ? nullptr : form.Find(*found);
+        const auto found = std::ranges::find_if(window.Model().Controls, isDefault);
+        button = found == window.Model().Controls.end() ? nullptr : window.Find(*found);
     }
-    if (button != nullptr && !IsRepeat(message) && CanHaveFocus(form, button->Model()))
+    if (button != nullptr && !IsRepeat(message) && CanHaveFocus(window, button->Model()))
         button->Press();
     return true;
 }
 
-bool Arrow(Win32Form& form, bool backwards) {
-    const Win32Control* focused = form.Focused();
+bool Arrow(Win32Window& window, bool backwards) {
+    const Win32Control* focused = window.Focused();
     if (focused == nullptr || focused->Model().Kind != ControlKind::OptionButton)
         return false;
-    std::vector<Control*> group = InTabOrder(form.Model());
+    std::vector<Control*> group = InTabOrder(window.Model());
     std::erase_if(group, [&](const Control* control) {
-        return control->Kind != ControlKind::OptionButton || !CanHaveFocus(form, *control);
+        return control->Kind != ControlKind::OptionButton || !CanHaveFocus(window, *control);
     });
     const auto own = std::ranges::find(group, &focused->Model());
     if (own == group.end())
         return true;
     const auto count = static_cast<std::ptrdiff_t>(group.size());
     const std::ptrdiff_t next = (own - group.begin() + (backwards ? count - 1 : 1)) % count;
-    Win32Control* target = form.Find(group[static_cast<std::size_t>(next)]);
-    ShowCues(form, UISF_HIDEFOCUS);
-    form.SetFocus(*target);
+    Win32Control* target = window.Find(group[static_cast<std::size_t>(next)]);
+    ShowCues(window, UISF_HIDEFOCUS);
+    window.SetFocus(*target);
     target->Press();
     return true;
 }
@@ -93,15 +93,15 @@ wchar_t AccessKey(const Control& control) {
     return 0;
 }
 
-bool PressAccessKey(Win32Form& form, const MSG& message) {
+bool PressAccessKey(Win32Window& window, const MSG& message) {
     const auto letter = static_cast<wchar_t>(
         reinterpret_cast<std::uintptr_t>(CharUpperW(reinterpret_cast<wchar_t*>(message.wParam & 0xFFFF))));
-    for (const Control* control : form.Model().Controls) {
-        if (letter == 0 || AccessKey(*control) != letter || !CanHaveFocus(form, *control))
+    for (const Control* control : window.Model().Controls) {
+        if (letter == 0 || AccessKey(*control) != letter || !CanHaveFocus(window, *control))
             continue;
-        Win32Control* target = form.Find(control);
+        Win32Control* target = window.Find(control);
         if (!IsRepeat(message)) {
-            form.SetFocus(*target);
+            window.SetFocus(*target);
             target->Press();
         }
         return true;
@@ -109,28 +109,28 @@ bool PressAccessKey(Win32Form& form, const MSG& message) {
     return false;
 }
 
-bool OpenMenu(Win32Form& form) {
-    Win32Control* focused = form.Focused();
+bool OpenMenu(Win32Window& window) {
+    Win32Control* focused = window.Focused();
     if (focused == nullptr || focused->Model().Kind != ControlKind::Grid)
         return false;
     focused->OpenMenuByKey();
     return true;
 }
 
-bool HandleKeyDown(Win32Form& form, const MSG& message) {
+bool HandleKeyDown(Win32Window& window, const MSG& message) {
     switch (message.wParam) {
     case VK_TAB:
-        return !IsDown(VK_CONTROL) && Tab(form);
+        return !IsDown(VK_CONTROL) && Tab(window);
     case VK_RETURN:
-        return Enter(form, message);
+        return Enter(window, message);
     case VK_LEFT:
     case VK_UP:
-        return Arrow(form, true);
+        return Arrow(window, true);
     case VK_RIGHT:
     case VK_DOWN:
-        return Arrow(form, false);
+        return Arrow(window, false);
     case VK_APPS:
-        return OpenMenu(form);
+        return OpenMenu(window);
     default:
         return false;
     }
@@ -138,32 +138,32 @@ bool HandleKeyDown(Win32Form& form, const MSG& message) {
 
 } // namespace
 
-bool HandleKey(Win32Form& form, const tagMSG& message) {
+bool HandleKey(Win32Window& window, const tagMSG& message) {
     switch (message.message) {
     case WM_KEYDOWN:
-        return HandleKeyDown(form, message);
+        return HandleKeyDown(window, message);
     case WM_SYSKEYDOWN:
-        return message.wParam == VK_F10 && IsDown(VK_SHIFT) && OpenMenu(form);
+        return message.wParam == VK_F10 && IsDown(VK_SHIFT) && OpenMenu(window);
     case WM_SYSCHAR:
-        return PressAccessKey(form, message);
+        return PressAccessKey(window, message);
     default:
         return false;
     }
 }
 
-bool CanHaveFocus(const Win32Form& form, const Control& control) {
-    return control.TabIndex >= 0 && IsReachable(form.Model(), control);
+bool CanHaveFocus(const Win32Window& window, const Control& control) {
+    return control.TabIndex >= 0 && IsReachable(window.Model(), control);
 }
 
-Win32Control* NextStop(const Win32Form& form, const Control* from, bool backwards) {
-    std::vector<Control*> stops = InTabOrder(form.Model());
+Win32Control* NextStop(const Win32Window& window, const Control* from, bool backwards) {
+    std::vector<Control*> stops = InTabOrder(window.Model());
     if (backwards)
         std::ranges::reverse(stops);
     const auto own = std::ranges::find(stops, from);
     if (own != stops.end())
         std::ranges::rotate(stops, own + 1);
-    const auto next = std::ranges::find_if(stops, [&](const Control* control) { return IsStop(form, *control); });
-    return next == stops.end() ? nullptr : form.Find(*next);
+    const auto next = std::ranges::find_if(stops, [&](const Control* control) { return IsStop(window, *control); });
+    return next == stops.end() ? nullptr : window.Find(*next);
 }
 
 } // namespace tarnwick

@@ -1,8 +1,8 @@
 #include "platform/win32/Win32Statics.h"
 
-#include "platform/win32/Win32Form.h"
 #include "platform/win32/Win32Look.h"
 #include "platform/win32/Win32Text.h"
+#include "platform/win32/Win32Window.h"
 
 #include <windows.h>
 
@@ -44,8 +44,8 @@ LRESULT CALLBACK FrameProcedure(HWND window, UINT message, WPARAM first, LPARAM 
 
 } // namespace
 
-Win32Label::Win32Label(Win32Form& form, Label& model, HWND__* parent, int number)
-    : Win32Control(form, model, parent, number, {L"STATIC", LabelStyle(model)}), label_(model) {}
+Win32Label::Win32Label(Win32Window& owner, Label& model, HWND__* parent, int number)
+    : Win32Control(owner, model, parent, number, {L"STATIC", LabelStyle(model)}), label_(model) {}
 
 void Win32Label::SyncContent() {
     if (lines_ == label_.Caption)
@@ -58,13 +58,14 @@ bool Win32Label::ShallShow() const {
     return label_.Visible && !(label_.Caption.empty() && label_.BackColor.Role == ColorRole::Transparent);
 }
 
-Win32Frame::Win32Frame(Win32Form& form, Frame& model, HWND__* parent, int number)
-    : Win32Control(form, model, parent, number, {L"BUTTON", BS_GROUPBOX | WS_CLIPCHILDREN}) {
+Win32Frame::Win32Frame(Win32Window& owner, Frame& model, HWND__* parent, int number)
+    : Win32Control(owner, model, parent, number, {L"BUTTON", BS_GROUPBOX | WS_CLIPCHILDREN}) {
     SetWindowSubclass(Real(), FrameProcedure, 0, reinterpret_cast<DWORD_PTR>(static_cast<Win32Control*>(this)));
 }
 
-Win32Picture::Win32Picture(Win32Form& form, PictureBox& model, HWND__* parent, int number)
-    : Win32Control(form, model, parent, number, {L"STATIC", SS_BITMAP | SS_CENTERIMAGE | WS_BORDER}), picture_(model) {}
+Win32Picture::Win32Picture(Win32Window& owner, PictureBox& model, HWND__* parent, int number)
+    : Win32Control(owner, model, parent, number, {L"STATIC", SS_BITMAP | SS_CENTERIMAGE | WS_BORDER}), picture_(model) {
+}
 
 Win32Picture::~Win32Picture() {
     if (bitmap_ != nullptr)

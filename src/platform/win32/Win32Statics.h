@@ -8,7 +8,7 @@ namespace tarnwick {
 
 class Win32Label final : public Win32Control {
 public:
-    Win32Label(Win32Form& form, Label& model, HWND__* parent, int number);
+    Win32Label(Win32Window& owner, Label& model, HWND__* parent, int number);
 
 private:
     void SyncContent() override;
@@ -22,7 +22,7 @@ private:
 // Holds other controls and hides what it lies over.
 class Win32Frame final : public Win32Control {
 public:
-    Win32Frame(Win32Form& form, Frame& model, HWND__* parent, int number);
+    Win32Frame(Win32Window& owner, Frame& model, HWND__* parent, int number);
 
 private:
     void SyncContent() override { ShowText(Model().Caption, true); }
@@ -30,7 +30,7 @@ private:
 
 class Win32Picture final : public Win32Control {
 public:
-    Win32Picture(Win32Form& form, PictureBox& model, HWND__* parent, int number);
+    Win32Picture(Win32Window& owner, PictureBox& model, HWND__* parent, int number);
     ~Win32Picture() override;
 
 private:

@@ -1,14 +1,14 @@
 #include "platform/win32/Win32TextBox.h"
 
-#include "platform/win32/Win32Form.h"
 #include "platform/win32/Win32Text.h"
+#include "platform/win32/Win32Window.h"
 
 #include <windows.h>
 
 namespace tarnwick {
 
-Win32TextBox::Win32TextBox(Win32Form& form, TextBox& model, HWND__* parent, int number)
-    : Win32Control(form, model, parent, number,
+Win32TextBox::Win32TextBox(Win32Window& owner, TextBox& model, HWND__* parent, int number)
+    : Win32Control(owner, model, parent, number,
                    {L"EDIT",
                     DWORD{ES_AUTOHSCROLL} | (model.Alignment == Alignment::Center ? DWORD{ES_CENTER} : DWORD{ES_LEFT}),
                     WS_EX_CLIENTEDGE}),
@@ -18,7 +18,7 @@ Win32TextBox::Win32TextBox(Win32Form& form, TextBox& model, HWND__* parent, int 
 }
 
 void Win32TextBox::OnCommand(unsigned notice) {
-    if (notice != EN_CHANGE || Form().IsEcho())
+    if (notice != EN_CHANGE || Owner().IsEcho())
         return;
     std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(Real())) + 1, L'\0');
     text.resize(static_cast<std::size_t>(GetWindowTextW(Real(), text.data(), static_cast<int>(text.size()))));

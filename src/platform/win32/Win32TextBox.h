@@ -6,7 +6,7 @@ namespace tarnwick {
 
 class Win32TextBox final : public Win32Control {
 public:
-    Win32TextBox(Win32Form& form, TextBox& model, HWND__* parent, int number);
+    Win32TextBox(Win32Window& owner, TextBox& model, HWND__* parent, int number);
 
     void OnCommand(unsigned notice) override;
 

@@ -1,8 +1,8 @@
 #include "platform/win32/Win32Tree.h"
 
-#include "platform/win32/Win32Form.h"
 #include "platform/win32/Win32Look.h"
 #include "platform/win32/Win32Text.h"
+#include "platform/win32/Win32Window.h"
 
 #include <windows.h>
 
@@ -17,9 +17,9 @@ UINT StateOf(const Tree::Node& node) { return node.HasCheck ? (node.Check != 0 ?
 
 } // namespace
 
-Win32Tree::Win32Tree(Win32Form& form, TreeControl& model, HWND__* parent, int number)
+Win32Tree::Win32Tree(Win32Window& owner, TreeControl& model, HWND__* parent, int number)
     : Win32Control(
-          form, model, parent, number,
+          owner, model, parent, number,
           {WC_TREEVIEWW, TVS_HASLINES | TVS_HASBUTTONS | TVS_DISABLEDRAGDROP | TVS_SHOWSELALWAYS, WS_EX_CLIENTEDGE}),
       tree_(model) {
     // The system takes this style only behind the making.
@@ -54,7 +54,7 @@ void Win32Tree::OnPosted(std::intptr_t what) {
         ShowCheck(index); // the space bar gives a heading a box
     } else if (value != tree_.NodeCheck(index)) {
         tree_.SetNodeCheck(index, value);
-        Form().Raise(tree_.Check, index, value);
+        Owner().Raise(tree_.Check, index, value);
     }
 }
 

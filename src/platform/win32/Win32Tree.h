@@ -10,7 +10,7 @@ namespace tarnwick {
 
 class Win32Tree final : public Win32Control {
 public:
-    Win32Tree(Win32Form& form, TreeControl& model, HWND__* parent, int number);
+    Win32Tree(Win32Window& owner, TreeControl& model, HWND__* parent, int number);
 
     void OnNotify(tagNMHDR& notice) override;
     void OnPosted(std::intptr_t what) override;

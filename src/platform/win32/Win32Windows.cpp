@@ -66,21 +66,21 @@ void Win32Windows::Run() {
         pump_.WaitForEvents();
 }
 
-Win32Form* Win32Windows::FormOf(const Window& window) const {
-    const auto found = std::ranges::find_if(forms_, [&](const auto& form) { return &form->Model() == &window; });
-    return found == forms_.end() ? nullptr : found->get();
+Win32Window* Win32Windows::Find(const Window& window) const {
+    const auto found = std::ranges::find_if(windows_, [&](const auto& real) { return &real->Model() == &window; });
+    return found == windows_.end() ? nullptr : found->get();
 }
 
 HWND__* Win32Windows::RealOf(const Window& window, const Control& control) const {
-    const Win32Form* form = FormOf(window);
-    const Win32Control* made = form == nullptr ? nullptr : form->Find(&control);
+    const Win32Window* real = Find(window);
+    const Win32Control* made = real == nullptr ? nullptr : real->Find(&control);
     return made == nullptr ? nullptr : made->Real();
 }
 
 WindowHandle Win32Windows::Open(Window& window) {
     loop_.Add(window);
-    forms_.push_back(std::make_unique<Win32Form>(window, pump_));
-    return HandleOf(forms_.back()->Real());
+    windows_.push_back(std::make_unique<Win32Window>(window, pump_));
+    return HandleOf(windows_.back()->Real());
 }
 
 void Win32Windows::Show(Window&) { pump_.Changed(); }
@@ -98,59 +98,59 @@ void Win32Windows::ShowModal(Window& window) {
 void Win32Windows::Discard(Window& window) {
     loop_.Remove(window);
     std::erase(modals_, &window);
-    const auto found = std::ranges::find_if(forms_, [&](const auto& form) { return &form->Model() == &window; });
-    if (found == forms_.end())
+    const auto found = std::ranges::find_if(windows_, [&](const auto& real) { return &real->Model() == &window; });
+    if (found == windows_.end())
         return;
     (*found)->KeepModel();
     gone_.push_back(std::move(*found));
-    forms_.erase(found);
+    windows_.erase(found);
     pump_.Changed();
 }
 
-bool Win32Windows::IsBlocked(const Win32Form& form) const {
-    return !modals_.empty() && modals_.back() != &form.Model();
+bool Win32Windows::IsBlocked(const Win32Window& real) const {
+    return !modals_.empty() && modals_.back() != &real.Model();
 }
 
-Win32Form* Win32Windows::Front() const {
-    const auto front = std::find_if(forms_.rbegin(), forms_.rend(),
-                                    [this](const auto& form) { return form->IsShown() && !IsBlocked(*form); });
-    return front == forms_.rend() ? nullptr : front->get();
+Win32Window* Win32Windows::Front() const {
+    const auto front = std::find_if(windows_.rbegin(), windows_.rend(),
+                                    [this](const auto& real) { return real->IsShown() && !IsBlocked(*real); });
+    return front == windows_.rend() ? nullptr : front->get();
 }
 
 // What becomes reachable or shows comes first: the system would else give the foreground to another program.
 void Win32Windows::Sync() {
-    for (const auto& form : forms_)
-        if (!IsBlocked(*form))
-            form->SetReachable(true);
-    for (const auto& form : forms_) {
-        if (!form->Model().IsVisible() || pump_.Ended())
+    for (const auto& real : windows_)
+        if (!IsBlocked(*real))
+            real->SetReachable(true);
+    for (const auto& real : windows_) {
+        if (!real->Model().IsVisible() || pump_.Ended())
             continue;
-        if (form->IsShown()) {
-            form->Sync();
+        if (real->IsShown()) {
+            real->Sync();
             continue;
         }
-        const bool isModal = !modals_.empty() && modals_.back() == &form->Model();
+        const bool isModal = !modals_.empty() && modals_.back() == &real->Model();
         const auto owner = std::ranges::find_if(
-            forms_, [&](const auto& other) { return isModal && other->IsShown() && other->IsReachable(); });
-        form->Show(owner == forms_.end() ? nullptr : (*owner)->Real());
+            windows_, [&](const auto& other) { return isModal && other->IsShown() && other->IsReachable(); });
+        real->Show(owner == windows_.end() ? nullptr : (*owner)->Real());
     }
-    for (const auto& form : forms_)
-        if (form->IsShown() && (!form->Model().IsVisible() || pump_.Ended()))
-            form->Hide();
-    for (const auto& form : gone_)
-        if (form->IsShown())
-            form->Hide();
-    for (const auto& form : forms_)
-        if (IsBlocked(*form))
-            form->SetReachable(false);
+    for (const auto& real : windows_)
+        if (real->IsShown() && (!real->Model().IsVisible() || pump_.Ended()))
+            real->Hide();
+    for (const auto& real : gone_)
+        if (real->IsShown())
+            real->Hide();
+    for (const auto& real : windows_)
+        if (IsBlocked(*real))
+            real->SetReachable(false);
     if (pump_.Idle())
         gone_.clear();
 }
 
 bool Win32Windows::Filter(const tagMSG& message) {
     const HWND root = message.hwnd == nullptr ? nullptr : GetAncestor(message.hwnd, GA_ROOT);
-    const auto form = std::ranges::find(forms_, root, &Win32Form::Real);
-    return form != forms_.end() && (*form)->Filter(message);
+    const auto real = std::ranges::find(windows_, root, &Win32Window::Real);
+    return real != windows_.end() && (*real)->Filter(message);
 }
 
 MessageAnswer Win32Windows::ShowMessage(const std::string& text, const std::string& title, MessageIcon icon,
@@ -158,7 +158,7 @@ MessageAnswer Win32Windows::ShowMessage(const std::string& text, const std::stri
     if (pump_.Ended())
         return buttons == MessageButtons::Ok ? MessageAnswer::Ok : MessageAnswer::No;
     pump_.Prepare();
-    const Win32Form* owner = Front();
+    const Win32Window* owner = Front();
     // The box blocks its owner; the others are blocked here.
     const std::size_t depth = modals_.size();
     modals_.push_back(owner == nullptr ? nullptr : &owner->Model());
@@ -173,14 +173,14 @@ MessageAnswer Win32Windows::ShowMessage(const std::string& text, const std::stri
 }
 
 const MenuEntry* Win32Windows::PopUp(const Menu& menu, Window& window) {
-    const Win32Form* form = FormOf(window);
-    if (form == nullptr || pump_.Ended())
+    const Win32Window* real = Find(window);
+    if (real == nullptr || pump_.Ended())
         return nullptr;
     pump_.Prepare();
     const HMENU made = MakeMenu(menu);
-    const auto [x, y] = form->MenuPlace();
+    const auto [x, y] = real->MenuPlace();
     const int chosen =
-        TrackPopupMenu(made, TPM_RETURNCMD | TPM_NONOTIFY | TPM_RIGHTBUTTON, x, y, 0, form->Real(), nullptr);
+        TrackPopupMenu(made, TPM_RETURNCMD | TPM_NONOTIFY | TPM_RIGHTBUTTON, x, y, 0, real->Real(), nullptr);
     DestroyMenu(made);
     return chosen > 0 && !pump_.Ended() ? menu.Entries[static_cast<std::size_t>(chosen - 1)] : nullptr;
 }

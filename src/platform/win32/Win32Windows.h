@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/win32/Win32Form.h"
 #include "platform/win32/Win32Procedures.h"
 #include "platform/win32/Win32Pump.h"
+#include "platform/win32/Win32Window.h"
 
 #include <memory>
 #include <vector>
@@ -37,17 +37,17 @@ public:
 private:
     void Sync();
     bool Filter(const tagMSG& message);
-    Win32Form* FormOf(const Window& window) const;
+    Win32Window* Find(const Window& window) const;
     // The window that the user works with: the last one shown that no modal one stands before.
-    Win32Form* Front() const;
-    bool IsBlocked(const Win32Form& form) const;
+    Win32Window* Front() const;
+    bool IsBlocked(const Win32Window& real) const;
 
     MessageLoop loop_; // its timers; messages and procedures are the system's
     Win32Procedures procedures_;
     Win32Pump pump_;
-    std::vector<std::unique_ptr<Win32Form>> forms_; // of the loaded windows
-    std::vector<std::unique_ptr<Win32Form>> gone_;  // unloaded while a handler may still be on the stack
-    std::vector<const Window*> modals_;             // the last one stands in front
+    std::vector<std::unique_ptr<Win32Window>> windows_; // of the loaded windows
+    std::vector<std::unique_ptr<Win32Window>> gone_;    // unloaded while a handler may still be on the stack
+    std::vector<const Window*> modals_;                 // the last one stands in front
 };
 
 } // namespace tarnwick

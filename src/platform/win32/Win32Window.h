@@ -13,15 +13,15 @@
 
 namespace tarnwick {
 
-class Win32Form {
+class Win32Window {
 public:
     // What a control posts to itself through its form (WM_APP); the control's window first, then what it said.
     static constexpr unsigned ControlMessage = 0x8000;
 
-    Win32Form(Window& window, Win32Pump& pump);
-    ~Win32Form();
-    Win32Form(const Win32Form&) = delete;
-    Win32Form& operator=(const Win32Form&) = delete;
+    Win32Window(Window& window, Win32Pump& pump);
+    ~Win32Window();
+    Win32Window(const Win32Window&) = delete;
+    Win32Window& operator=(const Win32Window&) = delete;
 
     Window& Model() const { return model_; }
     HWND__* Real() const { return real_; }

@@ -1,4 +1,4 @@
-#include "platform/win32/Win32Form.h"
+#include "platform/win32/Win32Window.h"
 
 #include "platform/win32/Win32Buttons.h"
 #include "platform/win32/Win32Keyboard.h"
@@ -17,21 +17,21 @@ namespace tarnwick {
 
 namespace {
 
-constexpr const wchar_t* FormClass = L"TarnwickWindow";
+constexpr const wchar_t* WindowClass = L"TarnwickWindow";
 
-LRESULT CALLBACK FormProcedure(HWND window, UINT message, WPARAM first, LPARAM second) {
-    auto* form = reinterpret_cast<Win32Form*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    return form == nullptr ? DefWindowProcW(window, message, first, second) : form->OnMessage(message, first, second);
+LRESULT CALLBACK WindowProcedureOf(HWND window, UINT message, WPARAM first, LPARAM second) {
+    auto* own = reinterpret_cast<Win32Window*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    return own == nullptr ? DefWindowProcW(window, message, first, second) : own->OnMessage(message, first, second);
 }
 
-void RegisterFormClass() {
+void RegisterWindowClass() {
     WNDCLASSEXW type = {};
     type.cbSize = sizeof type;
-    type.lpfnWndProc = FormProcedure;
+    type.lpfnWndProc = WindowProcedureOf;
     type.hInstance = GetModuleHandleW(nullptr);
     type.hCursor = LoadCursorW(nullptr, MAKEINTRESOURCEW(32512)); // IDC_ARROW
-    type.lpszClassName = FormClass;
-    RegisterClassExW(&type); // fails harmlessly from the second form on
+    type.lpszClassName = WindowClass;
+    RegisterClassExW(&type); // fails harmlessly from the second window on
 }
 
 DWORD StyleOf(const Window& window) {
@@ -58,31 +58,31 @@ Win32Control* ControlOf(HWND window) {
 
 } // namespace
 
-Win32Form::Win32Form(Window& window, Win32Pump& pump) : model_(window), pump_(pump) {
-    RegisterFormClass();
+Win32Window::Win32Window(Window& window, Win32Pump& pump) : model_(window), pump_(pump) {
+    RegisterWindowClass();
     title_ = window.Title;
-    real_ = CreateWindowExW(ExtendedStyleOf(window), FormClass, SingleLineOf(title_).c_str(), StyleOf(window),
+    real_ = CreateWindowExW(ExtendedStyleOf(window), WindowClass, SingleLineOf(title_).c_str(), StyleOf(window),
                             CW_USEDEFAULT, CW_USEDEFAULT, 0, 0, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
     SetWindowLongPtrW(real_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
 }
 
-Win32Form::~Win32Form() {
+Win32Window::~Win32Window() {
     SetWindowLongPtrW(real_, GWLP_USERDATA, 0);
     DestroyWindow(real_);
 }
 
-Win32Control* Win32Form::Find(const Control* control) const {
+Win32Control* Win32Window::Find(const Control* control) const {
     const auto found =
         std::ranges::find_if(controls_, [control](const auto& made) { return &made->Model() == control; });
     return found == controls_.end() ? nullptr : found->get();
 }
 
-Win32Control* Win32Form::Focused() const {
+Win32Control* Win32Window::Focused() const {
     const HWND focus = GetFocus();
     return focus != real_ && IsChild(real_, focus) ? ControlOf(focus) : nullptr;
 }
 
-void Win32Form::Build() {
+void Win32Window::Build() {
     for (Control* control : model_.Controls) {
         const Win32Control* container = Find(control->Container);
         const int number = static_cast<int>(controls_.size()) + 1;
@@ -96,7 +96,7 @@ void Win32Form::Build() {
             AddToolTip(*control);
 }
 
-void Win32Form::Place() {
+void Win32Window::Place() {
     int width = PixelsOf(model_.ClientWidth, dots_);
     int height = PixelsOf(model_.ClientHeight, dots_);
     GrowToWindow(width, height, real_, dots_);
@@ -105,7 +105,7 @@ void Win32Form::Place() {
         control->Place(dots_);
 }
 
-void Win32Form::Center(HWND__* owner) {
+void Win32Window::Center(HWND__* owner) {
     MONITORINFO screen = {};
     screen.cbSize = sizeof screen;
     GetMonitorInfoW(MonitorFromWindow(owner == nullptr ? real_ : owner, MONITOR_DEFAULTTOPRIMARY), &screen);
@@ -116,8 +116,8 @@ void Win32Form::Center(HWND__* owner) {
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-// The tip belongs to the control's place on the form, as labels let the mouse through.
-void Win32Form::AddToolTip(const Win32Control& control) {
+// The tip belongs to the control's place in the window, as labels let the mouse through.
+void Win32Window::AddToolTip(const Win32Control& control) {
     if (toolTips_ == nullptr)
         toolTips_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_NOPREFIX, CW_USEDEFAULT,
                                     CW_USEDEFAULT, 0, 0, real_, nullptr, GetModuleHandleW(nullptr), nullptr);
@@ -133,7 +133,7 @@ void Win32Form::AddToolTip(const Win32Control& control) {
     SendMessageW(toolTips_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
 }
 
-void Win32Form::Show(HWND__* owner) {
+void Win32Window::Show(HWND__* owner) {
     const bool first = controls_.empty();
     if (first)
         Build();
@@ -148,19 +148,19 @@ void Win32Form::Show(HWND__* owner) {
     SyncFocus();
 }
 
-void Win32Form::Hide() {
+void Win32Window::Hide() {
     shown_ = false;
     ShowWindow(real_, SW_HIDE);
 }
 
-void Win32Form::SetReachable(bool reachable) {
+void Win32Window::SetReachable(bool reachable) {
     if (reachable_ == reachable)
         return;
     reachable_ = reachable;
     EnableWindow(real_, reachable);
 }
 
-void Win32Form::Sync() {
+void Win32Window::Sync() {
     RememberFocus(); // a control that is taken away loses it
     SyncFrame();
     for (const auto& control : controls_)
@@ -169,7 +169,7 @@ void Win32Form::Sync() {
         SyncFocus();
 }
 
-void Win32Form::SyncFrame() {
+void Win32Window::SyncFrame() {
     if (title_ != model_.Title) {
         title_ = model_.Title;
         SetWindowTextW(real_, SingleLineOf(title_).c_str());
@@ -191,7 +191,7 @@ void Win32Form::SyncFrame() {
 }
 
 // The focus goes where the program asks for it, and away from what the user can't reach any more.
-void Win32Form::SyncFocus() {
+void Win32Window::SyncFocus() {
     if (focusRevision_ != model_.FocusRevision) {
         focusRevision_ = model_.FocusRevision;
         if (Win32Control* wanted = Find(model_.FocusRequest))
@@ -206,18 +206,18 @@ void Win32Form::SyncFocus() {
     ShowDefaultButton();
 }
 
-void Win32Form::SetFocus(Win32Control& control) {
+void Win32Window::SetFocus(Win32Control& control) {
     lastFocus_ = &control.Model();
     if (GetActiveWindow() == real_)
         ::SetFocus(control.Real());
 }
 
-void Win32Form::RememberFocus() {
+void Win32Window::RememberFocus() {
     if (const Win32Control* focused = Focused())
         lastFocus_ = &focused->Model();
 }
 
-void Win32Form::ShowDefaultButton() {
+void Win32Window::ShowDefaultButton() {
     const Win32Control* focused = Focused();
     const bool onButton = focused != nullptr && focused->Model().Kind == ControlKind::CommandButton;
     for (const auto& control : controls_) {
@@ -228,7 +228,7 @@ void Win32Form::ShowDefaultButton() {
     }
 }
 
-void Win32Form::OnActivation(bool active) {
+void Win32Window::OnActivation(bool active) {
     if (!active) {
         RememberFocus();
         return;
@@ -241,7 +241,7 @@ void Win32Form::OnActivation(bool active) {
 }
 
 // A window without a frame has no close box, and nothing else closes it.
-void Win32Form::OnClose() {
+void Win32Window::OnClose() {
     if (reachable_ && shown_ && model_.Border != FrameStyle::None)
         pump_.Handle([this] {
             const std::shared_ptr<Window> keep = model_.shared_from_this();
@@ -249,7 +249,7 @@ void Win32Form::OnClose() {
         });
 }
 
-bool Win32Form::Filter(const tagMSG& message) {
+bool Win32Window::Filter(const tagMSG& message) {
     if (!reachable_ || !shown_)
         return false;
     // Input that was on its way to a control when the model took it away.
@@ -265,8 +265,8 @@ bool Win32Form::Filter(const tagMSG& message) {
     return false;
 }
 
-// Labels get their clicks and every control its mouse moves from here, as many let the mouse through to the form.
-void Win32Form::OnMouse(const tagMSG& message) {
+// Labels get their clicks and every control its mouse moves from here, as many let the mouse through to the window.
+void Win32Window::OnMouse(const tagMSG& message) {
     POINT place = {GET_X_LPARAM(message.lParam), GET_Y_LPARAM(message.lParam)};
     MapWindowPoints(message.hwnd, real_, &place, 1);
     RECT area;
@@ -284,7 +284,7 @@ void Win32Form::OnMouse(const tagMSG& message) {
     }
 }
 
-void Win32Form::Paint() {
+void Win32Window::Paint() {
     PAINTSTRUCT paint;
     const HDC surface = BeginPaint(real_, &paint);
     RECT area;
@@ -296,7 +296,7 @@ void Win32Form::Paint() {
     EndPaint(real_, &paint);
 }
 
-void Win32Form::PaintOutlines(HDC__* surface) const {
+void Win32Window::PaintOutlines(HDC__* surface) const {
     const int thickness = std::max(1, ScaledPixels(1, dots_));
     for (const Control* control : model_.Controls) {
         const bool isLine = control->Kind == ControlKind::Line;
@@ -316,7 +316,7 @@ void Win32Form::PaintOutlines(HDC__* surface) const {
     }
 }
 
-std::intptr_t Win32Form::OnMessage(unsigned message, std::uintptr_t first, std::intptr_t second) {
+std::intptr_t Win32Window::OnMessage(unsigned message, std::uintptr_t first, std::intptr_t second) {
     switch (message) {
     case WM_COMMAND:
         if (Win32Control* control = ControlOf(reinterpret_cast<HWND>(second)))
