@@ -1,6 +1,6 @@
 #pragma once
 
-// Drives the windows as a user does: a control can be used only while its window shows it and it is enabled.
+// Drives the windows as a user does, through the input that the front ends use.
 
 #include "availability/Form4.h"
 #include "duplicates/Form7.h"
@@ -12,6 +12,8 @@
 #include "shell/Form3.h"
 #include "shell/Form9.h"
 #include "shell/Preferences.h"
+#include "window/Input.h"
+#include "window/Reach.h"
 
 #include <gtest/gtest.h>
 
@@ -38,30 +40,23 @@ protected:
         ASSERT_TRUE(Form3.IsLoaded() && Form3->IsVisible());
     }
 
+    // On a control that a person can reach; `shown` is what it showed when the click began.
     void Click(Control& control) {
         for (Window* window : machine.Loop.Windows())
             if (std::ranges::count(window->Controls, &control) != 0) {
-                ASSERT_TRUE(window->IsVisible() && control.Visible && control.Enabled) << control.Name;
-                return window->Raise(control.Click);
+                ASSERT_TRUE(window->TakesInput() && IsReachable(*window, control)) << control.Name;
+                return Input(*window).Click(control, control.Caption);
             }
         FAIL() << control.Name << " is of no loaded window";
     }
 
-    void Choose(OptionButton& chosen) {
-        Form3->Option1.Value = &chosen == &Form3->Option1;
-        Form3->Option2.Value = &chosen == &Form3->Option2;
-    }
+    static void CloseBox(Window& window) { Input(window).Close(); }
 
-    // The user clicks the check box in front of this text.
+    // The user clicks the check box in front of this text, the last one of that text.
     void TickNode(const std::string& text) {
-        for (int index = 1; index <= Form4->Tree1.Nodes().Count(); ++index) {
-            if (Form4->Tree1.NodeAt(index).Text != text)
-                continue;
-            const std::int32_t value = 1 - Form4->Tree1.NodeCheck(index);
-            Form4->Tree1.SetNodeCheck(index, value);
-            Form4->Raise(Form4->Tree1.Check, index, value);
-            return;
-        }
+        for (int index = Form4->Tree1.Nodes().Count(); index > 0; --index)
+            if (Form4->Tree1.NodeAt(index).Text == text)
+                return Input(*Form4).Tick(Form4->Tree1, index);
         FAIL() << "no node " << text;
     }
 
@@ -110,9 +105,9 @@ protected:
 
     // Selects a row and chooses an entry of its menu, by the entry's name.
     void Choose(Window& window, GridControl& grid, int row, const std::string& entry) {
-        grid.SelectedRow = row;
         machine.Windows.Choices.push_back(entry);
-        window.Raise(grid.MouseButton, 2, 0, 5, 5);
+        Input(window).Select(grid, row);
+        Input(window).PressGrid(grid, 2, 0, 5, 5);
     }
 
     Machine machine;

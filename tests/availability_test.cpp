@@ -66,11 +66,25 @@ TEST_F(AvailabilityTest, TicksNeverCoverAFolderTwice) {
     }
 }
 
+// More folders than the windows can count: the last place is kept for the option.
+TEST_F(AvailabilityTest, TakesAsManyFoldersAsItCanCount) {
+    class ManyFolders : public MemoryFavorites {
+        std::string OpenListing(const std::string&, ListingHandle&) override { return "."; }
+        std::string StepListing(ListingHandle) override { return ++step_ < 50000 ? std::to_string(step_) : ""; }
+        int step_ = 0;
+    } folders;
+    const ServicesInUse many({folders, folders, machine.Settings, machine.Sockets, machine.Windows, machine.Clock,
+                              machine.Shell, machine.Text});
+    Form4.Load();
+    ASSERT_EQ(Form4->Tree1.Nodes().Count(), 32767);
+    EXPECT_EQ(Form4->Tree1.NodeAt(32766).Text + Form4->Tree1.NodeAt(32767).Text, "32764Scan subfolders");
+}
+
 class WalkTest : public Program {
 protected:
     void SetUp() override {
         for (const char* path : {"r.url", "A\\a.url", "A\\Inner\\i.url", "A\\Inner\\Last\\l.url", "A\\x.ini\\no.url",
-                                 "A\\y.url\\no.url", "A\\My.URLs\\m.url", "B\\b.url"})
+                                 "A\\y.url\\no.url", "A\\My.URLs\\m.url", "B\\b.url", "Scan subfolders\\s.url"})
             machine.Favorites.AddShortcut(path, "ftp://a.example/"); // read and passed over
         machine.Favorites.AddFile("A\\file.txt", "");
         StartProgram();
@@ -92,7 +106,7 @@ protected:
 TEST_F(WalkTest, GoesDepthFirstThroughTheSelectedFolders) {
     // "y.url" is read as the shortcut that it is listed as, and not walked.
     EXPECT_EQ(WalkedBy({Root}), (Strings{"r.url", "A\\a.url", "A\\y.url", "A\\Inner\\i.url", "A\\Inner\\Last\\l.url",
-                                         "A\\My.URLs\\m.url", "B\\b.url"}));
+                                         "A\\My.URLs\\m.url", "B\\b.url", "Scan subfolders\\s.url"}));
     EXPECT_EQ(WalkedBy({"B"}), (Strings{"B\\b.url"}));
     EXPECT_EQ(WalkedBy({Deeper, Root}), (Strings{"r.url"}));
     EXPECT_EQ(WalkedBy({Deeper, "A"}), (Strings{"A\\a.url", "A\\y.url"}));
@@ -163,8 +177,8 @@ TEST_F(LinkTest, EveryEnding) {
 TEST_F(LinkTest, Ports) {
     // The port on the wire; 0: not started.
     const std::pair<std::string, std::uint16_t> cases[] = {
-        {":8080", 8080}, {":", 80}, {"", 80},   {":40000", 40000}, {":65534", 65534},  {":65535", 0},
-        {":65536", 0},   {":0", 0}, {":-1", 0}, {":http", 0},      {":99999999999", 0}};
+        {":8080", 8080}, {":", 80},     {"", 80},  {":1", 1},  {":40000", 40000}, {":65534", 65534},
+        {":65535", 0},   {":65536", 0}, {":0", 0}, {":-1", 0}, {":http", 0},      {":99999999999", 0}};
     machine.Sockets.Hosts["a"] = {.Reply = "x 200 y"};
     StartProgram();
     for (const auto& [port, wire] : cases) {
@@ -259,6 +273,16 @@ TEST_F(RunTest, EndsWithFindingsAndClearsNothingButByTheReport) {
     Click(Form4->Command1);
     EXPECT_FALSE(Form4->Frame2.Visible);
     TickNode(Root);
+    const auto shown = [] {
+        return Strings{Form4->Label5.Caption, Form4->Label6.Caption, Form4->Label7.Caption, Form4->Label8.Caption,
+                       Form4->Label10.Caption};
+    };
+    machine.Windows.InPass(1, [&] {
+        EXPECT_EQ(shown(), (Strings{"Waiting...", "Waiting...", "Waiting...", "Waiting...", "00:00"}));
+    });
+    machine.Sockets.LookingUp = [&](const std::string& host) {
+        EXPECT_EQ(shown(), (Strings{"Favorites root", CurrentLink.ShortcutName, host, "Connecting...", shown()[4]}));
+    };
     AtTheSilentLink([&] {
         EXPECT_EQ(Form4->Command1.Caption, "&Stop");
         EXPECT_FALSE(Form4->Command2.Enabled);
@@ -384,7 +408,7 @@ TEST_F(RunTest, AClosedWindowsRunEndsAndANewOneStartsAtOnce) {
             old = std::static_pointer_cast<Form4Window>(Form4->shared_from_this());
             EXPECT_EQ(CurrentLink.ShortcutName, "2");
             machine.Favorites.AddShortcut("2.url", "ftp://passed/");
-            Form4->Unload();
+            CloseBox(*Form4);
             EXPECT_TRUE(machine.Sockets.OpenNumbers.empty());
             EXPECT_TRUE(Form3->IsVisible());
             CheckNodes({Root});
@@ -411,8 +435,8 @@ TEST_F(RunTest, AClosedWindowsRunEndsAndANewOneStartsAtOnce) {
 
 TEST_F(RunTest, ClosingTheMainWindowOverARunEndsTheProgram) {
     AtTheSilentLink([&] {
-        Form4->Unload();
-        Form3->Unload();
+        CloseBox(*Form4);
+        CloseBox(*Form3);
         EXPECT_TRUE(machine.Windows.HasEnded());
     });
     CheckNodes({Root});

@@ -10,7 +10,7 @@ protected:
     void OpenCheck() {
         if (!Form3.IsLoaded())
             StartProgram();
-        Choose(Form3->Option2);
+        Click(Form3->Option2);
         Click(Form3->Command1);
         ASSERT_EQ(Form7->Command1.Caption, "&Start");
     }
@@ -137,7 +137,7 @@ TEST_F(DuplicatesTest, AClosedCheckTouchesNothingAndANewOneStartsAtOnce) {
                 EXPECT_TRUE(Form3->IsVisible());
                 rows = old->Grid1.RowCount();
                 detail = old->Label2.Caption;
-                Choose(Form3->Option2);
+                Click(Form3->Option2);
                 Click(Form3->Command1);
                 Run();
                 EXPECT_EQ(Pairs().size(), 3U);

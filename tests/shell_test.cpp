@@ -2,32 +2,27 @@
 
 #include "shell/Number.h"
 
+#include <tuple>
+
 namespace tarnwick {
 namespace {
 
 using ShellTest = Program;
 
 TEST(NumberTest, ConvertsDecimalText) {
-    const std::pair<const char*, std::int32_t> numbers[] = {{"0", 0},
-                                                            {" 5", 5},
-                                                            {"5  ", 5},
-                                                            {"-1", -1},
-                                                            {"+7", 7},
-                                                            {"2.5", 2},
-                                                            {"3.5", 4},
-                                                            {"2.51", 3},
-                                                            {"-2.5", -2},
-                                                            {".5", 0},
-                                                            {"1.5000", 2},
-                                                            {"2.50001", 3},
-                                                            {"5.", 5},
-                                                            {"0000000000012", 12},
-                                                            {"2147483647", 2147483647},
-                                                            {"2147483647.4", 2147483647},
-                                                            {"-2147483648", -2147483647 - 1},
-                                                            {"-2147483648.5", -2147483647 - 1}};
-    for (const auto& [text, number] : numbers)
-        EXPECT_EQ(NumberFromText(text), number) << "\"" << text << "\"";
+    const std::pair<std::int32_t, Strings> numbers[] = {{0, {"0", ".5", "-0"}},
+                                                        {5, {" 5", "5  ", "5.", "+5"}},
+                                                        {12, {"0000000000012"}},
+                                                        {2, {"2.5", "1.5000", "2.4999"}},
+                                                        {3, {"2.51", "2.50001"}},
+                                                        {4, {"3.5"}},
+                                                        {-1, {"-1"}},
+                                                        {-2, {"-2.5"}},
+                                                        {2147483647, {"2147483647", "2147483647.4"}},
+                                                        {-2147483647 - 1, {"-2147483648", "-2147483648.5"}}};
+    for (const auto& [number, texts] : numbers)
+        for (const std::string& text : texts)
+            EXPECT_EQ(NumberFromText(text), number) << "\"" << text << "\"";
     for (const char* text : {"2147483647.5", "2147483648", "99999999999999999999999", "", "  ", "-", ".", "12abc",
                              "1 2", "0x10", "1e3", "--1"})
         EXPECT_EQ(NumberFromText(text), std::nullopt) << "\"" << text << "\"";
@@ -55,7 +50,7 @@ TEST_F(ShellTest, SplashLeadsToTheMainWindow) {
 
 TEST_F(ShellTest, AboutClosesOnAClickAndReturnsToItsCaller) {
     StartProgram();
-    Choose(Form3->Option2);
+    Click(Form3->Option2);
     machine.Windows.InPass(1, [&] {
         EXPECT_FALSE(Form9->Timer1.Enabled());
         EXPECT_FALSE(Form9->TopMost);
@@ -65,7 +60,7 @@ TEST_F(ShellTest, AboutClosesOnAClickAndReturnsToItsCaller) {
     EXPECT_FALSE(Form9.IsLoaded());
     EXPECT_TRUE(Form3->Option2.Value);
 
-    Choose(Form3->Option1);
+    Click(Form3->Option1);
     OpenTree();
     machine.Windows.InPass(1, [&] { Click(Form9->Label10); });
     Click(Form4->Command2);
@@ -76,7 +71,7 @@ TEST_F(ShellTest, AboutClosesOnAClickAndReturnsToItsCaller) {
 
 TEST_F(ShellTest, EveryReturnSelectsTheFirstChoice) {
     StartProgram();
-    Choose(Form3->Option2);
+    Click(Form3->Option2);
     Click(Form3->Command1);
     EXPECT_FALSE(Form3.IsLoaded());
     EXPECT_FALSE(tarnwick::Favorites::EndOnMainClose);
@@ -100,65 +95,70 @@ TEST_F(ShellTest, SettingsSurviveNonsense) {
 
 class OptionsTest : public Program {
 protected:
-    // Shows the Options window and acts as its user; whatever is still open afterwards is closed by its close box.
+    void SetUp() override { StartProgram(); }
+
+    // Shows the Options window and acts as its user; what is still open afterwards is closed by its close box.
     void InOptions(const std::function<void()>& user) {
         machine.Windows.InPass(1, [this, user] {
             user();
-            Form1.Unload();
+            if (Form1.IsLoaded())
+                CloseBox(*Form1);
         });
         Click(Form3->Command2);
     }
-
-    void Toggle(CheckBox& box) {
-        box.Value = 1 - box.Value;
-        Click(box);
-    }
-
-    void SetUp() override { StartProgram(); }
 };
 
-TEST_F(OptionsTest, ShowsWhatIsStored) {
+TEST_F(OptionsTest, TheFieldsOfTheProxyFollowItsBox) {
+    const auto expectFields = [](bool on) {
+        for (const TextBox* field : {&Form1->Text2, &Form1->Text3}) {
+            EXPECT_EQ(field->Enabled, on);
+            EXPECT_EQ(field->BackColor, Color::Of(on ? ColorRole::WindowBackground : ColorRole::ButtonFace));
+        }
+        EXPECT_EQ(Form1->Text1.Text + Form1->Text2.Text + Form1->Text3.Text, "10proxy.invalid8080");
+    };
     InOptions([&] {
-        EXPECT_EQ(Form1->Text1.Text, "10");
-        EXPECT_EQ(Form1->Text3.Text, "8080");
         EXPECT_EQ(Form1->Text1.SelectRevision, 1U);
-        for (const Control* control : Form1->Controls)
-            if (control->Kind == ControlKind::CheckBox) {
-                EXPECT_EQ(static_cast<const CheckBox*>(control)->Value, control == &Form1->Check5 ? 1 : 0);
-            }
-        EXPECT_FALSE(Form1->Text2.Enabled || Form1->Text3.Enabled);
-        EXPECT_EQ(Form1->Text2.BackColor, Color::Of(ColorRole::ButtonFace));
-        Toggle(Form1->Check2);
-        EXPECT_TRUE(Form1->Text2.Enabled && Form1->Text3.Enabled);
-        EXPECT_EQ(Form1->Text3.BackColor, Color::Of(ColorRole::WindowBackground));
-        EXPECT_EQ(Form1->Text3.Text, "8080");
+        expectFields(false);
+        Click(Form1->Check2);
+        expectFields(true);
     });
-    machine.Settings.Values = {{"UseProxy", "1"}, {"CatchUnabled", "1"}};
-    InOptions([&] {
-        EXPECT_TRUE(Form1->Text2.Enabled);
-        EXPECT_TRUE(machine.Windows.Messages.empty()) << "loading a ticked box warns nobody";
-    });
+    machine.Settings.Values["UseProxy"] = "1";
+    InOptions([&] { expectFields(true); });
 }
 
-TEST_F(OptionsTest, ConfirmingStoresEveryKeyAsTyped) {
-    InOptions([&] {
-        Form1->Text1.Text = " 5";
-        Form1->Text3.Text = "abc"; // the proxy is off: not tested, and kept
-        Click(Form1->Command1);
-        EXPECT_FALSE(Form1.IsLoaded());
-    });
-    EXPECT_EQ(machine.Settings.Written,
-              (Strings{"Timeout", "Keep-alive", "UseProxy", "ProxyAddress", "ProxyPort", "Catch401", "Catch403",
-                       "Catch404", "CatchUnabled", "CatchConnerr", "CatchTimedout"}));
-    EXPECT_EQ(machine.Settings.Values["Timeout"], " 5");
-    EXPECT_EQ(Preferences.Timeout, 5);
-    InOptions([&] {
-        EXPECT_EQ(Form1->Text1.Text, "5");
-        EXPECT_EQ(Form1->Text3.Text, "abc");
-    });
+TEST_F(OptionsTest, EachBoxHasAKeyOfItsOwn) {
+    // Any two neighbours hold a category, without which nothing is stored.
+    const std::pair<const char*, CheckBox Form1Window::*> keys[] = {
+        {"Keep-alive", &Form1Window::Check1},   {"Catch401", &Form1Window::Check3},
+        {"UseProxy", &Form1Window::Check2},     {"Catch403", &Form1Window::Check4},
+        {"Catch404", &Form1Window::Check5},     {"CatchUnabled", &Form1Window::Check6},
+        {"CatchConnerr", &Form1Window::Check7}, {"CatchTimedout", &Form1Window::Check8}};
+    for (std::size_t first = 0; first < std::size(keys); ++first) {
+        const std::size_t second = (first + 1) % std::size(keys);
+        for (const auto& key : keys)
+            machine.Settings.Values[key.first] = "0";
+        machine.Settings.Values[keys[first].first] = machine.Settings.Values[keys[second].first] = "1";
+        auto stored = machine.Settings.Values;
+        InOptions([&] {
+            for (std::size_t key = 0; key < std::size(keys); ++key)
+                EXPECT_EQ((*Form1.*keys[key].second).Value, key == first || key == second ? 1 : 0) << keys[key].first;
+            Form1->Text1.Text = " 5";
+            Form1->Text2.Text = "a.example";
+            Form1->Text3.Text = "abc"; // of no matter while the proxy is off
+            if (Form1->Check2.Value != 0)
+                Form1->Text3.Text = "3128";
+            stored.insert({{"Timeout", " 5"}, {"ProxyAddress", "a.example"}});
+            stored["ProxyPort"] = Form1->Text3.Text;
+            Click(Form1->Command1);
+            EXPECT_FALSE(Form1.IsLoaded());
+        });
+        EXPECT_EQ(machine.Settings.Values, stored);
+        EXPECT_EQ(Preferences.Timeout, 5);
+    }
+    EXPECT_TRUE(machine.Windows.Messages.empty()) << "loading a ticked box warns nobody";
 }
 
-TEST_F(OptionsTest, EachTestRefusesAndStoresNothing) {
+TEST_F(OptionsTest, RefusesAndStoresNothing) {
     struct Case {
         const char *timeout, *port;
         int proxy, category;
@@ -181,10 +181,14 @@ TEST_F(OptionsTest, EachTestRefusesAndStoresNothing) {
             Form1->Check5.Value = row.category;
             TextBox* focus = row.focus == nullptr ? nullptr : &((*Form1).*row.focus);
             const unsigned selected = focus == nullptr ? 0 : focus->SelectRevision;
+            const unsigned focused = Form1->FocusRevision;
             Click(Form1->Command1);
             ASSERT_TRUE(Form1.IsLoaded());
             EXPECT_EQ(Form1->FocusRequest, focus);
+            EXPECT_EQ(Form1->FocusRevision, focused + (focus == nullptr ? 0 : 1));
             EXPECT_EQ(focus == nullptr ? 1 : focus->SelectRevision, selected + 1);
+            Click(Form1->Command2);
+            EXPECT_FALSE(Form1.IsLoaded());
         });
         EXPECT_EQ(machine.Windows.Messages.size(), 1U);
         ExpectMessage(row.message, MessageIcon::Critical, row.title);
@@ -193,44 +197,46 @@ TEST_F(OptionsTest, EachTestRefusesAndStoresNothing) {
 }
 
 TEST_F(OptionsTest, WarnsEachTimeARiskyCategoryIsTicked) {
+    const std::tuple<CheckBox Form1Window::*, std::string, std::string> cases[] = {
+        {&Form1Window::Check6, "Unabled to connect links", "- The remote host is currently down\r\n"},
+        {&Form1Window::Check7, "Links under connection errors", "- The protocol is invalid for Tarnwick\r\n"},
+        {&Form1Window::Check8, "Timed out links",
+         "- The remote host is currently operating slow\r\n- A low timeout value is currently setted\r\n"}};
     InOptions([&] {
-        Toggle(Form1->Check8);
-        Toggle(Form1->Check8);
+        for (int time = 0; time < 2; ++time)
+            for (const auto& [box, about, causes] : cases) {
+                machine.Windows.Messages.clear();
+                Click(*Form1.*box);
+                ExpectMessage("WARNING!\r\n" + about +
+                                  " not ever are broken links.\r\n"
+                                  "This can occur under different circunstances:\r\n"
+                                  "- Your internet connection is not correctly stabilished\r\n"
+                                  "- The computer is not connected to the internet\r\n" +
+                                  causes + "\r\nTake care when remove Favorites in this category.",
+                              MessageIcon::Information);
+                Click(*Form1.*box);
+                EXPECT_EQ(machine.Windows.Messages.size(), 1U) << "unticked";
+                EXPECT_EQ((*Form1.*box).Value, 0);
+            }
+        Click(Form1->Check3);
         EXPECT_EQ(machine.Windows.Messages.size(), 1U);
-        for (CheckBox* box : {&Form1->Check8, &Form1->Check6, &Form1->Check7, &Form1->Check3})
-            Toggle(*box);
-        EXPECT_EQ(Form1->Check8.Value, 1);
-        Click(Form1->Command2);
+        EXPECT_EQ(Form1->Check3.Value, 1);
     });
-    ASSERT_EQ(machine.Windows.Messages.size(), 4U);
-    EXPECT_EQ(machine.Windows.Messages[0],
-              (HeadlessWindows::ShownMessage{
-                  "WARNING!\r\nTimed out links not ever are broken links.\r\n"
-                  "This can occur under different circunstances:\r\n"
-                  "- Your internet connection is not correctly stabilished\r\n"
-                  "- The computer is not connected to the internet\r\n"
-                  "- The remote host is currently operating slow\r\n- A low timeout value is currently setted\r\n\r\n"
-                  "Take care when remove Favorites in this category.",
-                  "Tarnwick", MessageIcon::Information, MessageButtons::Ok}));
-    EXPECT_TRUE(machine.Windows.Messages[2].Text.ends_with(
-        "- The remote host is currently down\r\n\r\nTake care when remove Favorites in this category."));
-    EXPECT_TRUE(machine.Windows.Messages[3].Text.starts_with("WARNING!\r\nLinks under connection errors not ever"));
-    EXPECT_TRUE(machine.Settings.Written.empty()) << "canceled";
+    EXPECT_TRUE(machine.Settings.Written.empty()) << "closed by its close box";
 }
 
 TEST_F(OptionsTest, TheLinkUnderlinesAndOpensTheMakersSite) {
     InOptions([&] {
-        Form1->Raise(Form1->Label4.MouseMove);
-        EXPECT_TRUE(Form1->Label4.Font.Underline);
         for (const auto& leave : {Form1->MouseMove, Form1->Frame3.MouseMove, Form1->Command2.MouseMove}) {
             Form1->Raise(Form1->Label4.MouseMove);
+            EXPECT_TRUE(Form1->Label4.Font.Underline);
             Form1->Raise(leave);
             EXPECT_FALSE(Form1->Label4.Font.Underline);
         }
         Click(Form1->Label4);
         EXPECT_TRUE(Form1.IsLoaded());
     });
-    EXPECT_EQ(machine.Shell.Urls.size(), 1U);
+    EXPECT_EQ(machine.Shell.Urls, Strings{"https://www.belvane.example/"});
 }
 
 } // namespace
