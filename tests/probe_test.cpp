@@ -1,6 +1,7 @@
 #include "Driver.h"
 
 #include "probe/Base64.h"
+#include "probe/HostLookups.h"
 #include "probe/Request.h"
 #include "probe/SocketModule.h"
 #include "probe/Verdict.h"
@@ -8,6 +9,8 @@
 
 namespace tarnwick {
 namespace {
+
+using namespace std::string_literals;
 
 class ProbeTest : public Program {
 protected:
@@ -79,23 +82,56 @@ TEST_F(ProbeTest, EachFailingStepGivesMinusOneWithoutALeak) {
     using Call = FakeSockets::Call;
     for (const Call call : {Call::Open, Call::SetOption, Call::GetOption, Call::AsyncSelect, Call::Connect}) {
         machine.Sockets.Failing = call;
-        EXPECT_EQ(WinsockAPI::OpenClientSocket("good.example", 80, Form2->Handle()), -1) << static_cast<int>(call);
+        EXPECT_EQ(WinsockAPI::OpenClientSocket("good.example", 80, Form2->Handle(), 0), -1) << static_cast<int>(call);
         EXPECT_TRUE(machine.Sockets.OpenNumbers.empty()) << static_cast<int>(call);
     }
     machine.Sockets.Failing = Call::None;
-    EXPECT_EQ(WinsockAPI::OpenClientSocket("nowhere.example", 80, Form2->Handle()), -1);
+    EXPECT_EQ(WinsockAPI::OpenClientSocket("nowhere.example", 80, Form2->Handle(), 0), -1);
     machine.Sockets.LookedUp.clear();
-    EXPECT_EQ(WinsockAPI::OpenClientSocket("good.example", -1, Form2->Handle()), -1);
+    EXPECT_EQ(WinsockAPI::OpenClientSocket("good.example", -1, Form2->Handle(), 0), -1);
     EXPECT_TRUE(machine.Sockets.LookedUp.empty()) << "the port fails before the host is looked up";
-    EXPECT_GT(WinsockAPI::OpenClientSocket("good.example", 80, Form2->Handle()), 0);
+    EXPECT_GT(WinsockAPI::OpenClientSocket("good.example", 80, Form2->Handle(), 0), 0);
+}
+
+TEST_F(ProbeTest, ALookUpEndsInTimeAndIsNotStartedAgainWhileItLasts) {
+    machine.Sockets.LookUpMs["good.example"] = 5000;
+    const std::int64_t start = machine.Clock.Now();
+    for (const std::int64_t ms : {3000, 1000, -1})
+        EXPECT_EQ(AddressOfHost("good.example", ms), "");
+    EXPECT_EQ(machine.Clock.Now() - start, 4000);
+    EXPECT_EQ(AddressOfHost("good.example", 3000).size(), 4U);
+    EXPECT_EQ(machine.Clock.Now() - start, 5000);
+    EXPECT_EQ(machine.Sockets.LookedUp.size(), 1U);
+    EXPECT_EQ(AddressOfHost("good.example", 1000), "");
+    EXPECT_EQ(machine.Sockets.LookedUp.size(), 2U);
+}
+
+TEST_F(ProbeTest, LookUpsThatNeverEndDoNotPileUp) {
+    constexpr std::size_t most = 64;
+    for (std::size_t n = 0; n < 2 * most; ++n) {
+        const std::string host = "dead" + std::to_string(n) + ".example";
+        machine.Sockets.LookUpMs[host] = 60000;
+        EXPECT_EQ(AddressOfHost(host, 10), "");
+    }
+    EXPECT_EQ(machine.Sockets.LookedUp.size(), most);
+    EXPECT_EQ(AddressOfHost("good.example", 10), "");
+    machine.Clock.Advance(60000);
+    EXPECT_EQ(AddressOfHost("good.example", 10).size(), 4U);
+}
+
+TEST_F(ProbeTest, ATextThatIsNoHostNameIsNotLookedUp) {
+    for (const std::string& name : {""s, "."s, "bad..name"s, ".name"s, "name.."s, std::string(64, 'a') + ".example",
+                                    std::string(127, 'a'), "local\0host"s, "local host"s})
+        EXPECT_EQ(AddressOfHost(name, 1000), "") << name;
+    EXPECT_EQ(machine.Sockets.LookedUp, Strings{});
 }
 
 TEST_F(ProbeTest, ASocketBeyondSixteenBitsIsClosed) {
     machine.Sockets.NextNumber = 32767;
-    Socket().SOCKET_CONNECT(Form2->Handle(), "good.example", 80);
+    Socket().SOCKET_CONNECT(Form2->Handle(), "good.example", 80, 0);
     EXPECT_EQ(Socket().SocketHandle(), 32767);
     Socket().SOCKET_DISCONNECT(Form2->Handle());
-    Socket().SOCKET_CONNECT(Form2->Handle(), "good.example", 80);
+    Socket().SOCKET_CONNECT(Form2->Handle(), "good.example", 80, 0);
     EXPECT_EQ(Socket().SocketHandle(), -1);
     EXPECT_TRUE(machine.Sockets.OpenNumbers.empty());
 }
@@ -107,7 +143,7 @@ TEST_F(ProbeTest, RaisesEventsFromThePumpOnly) {
     Socket().Disconnect = [&] { events.emplace_back("disconnect"); };
     Socket().Error = [&](std::int32_t error) { events.push_back("error " + std::to_string(error)); };
 
-    Socket().SOCKET_CONNECT(Form2->Handle(), "silent.example", 80);
+    Socket().SOCKET_CONNECT(Form2->Handle(), "silent.example", 80, 0);
     EXPECT_EQ(events, Strings{});
     machine.Windows.PumpEvents();
     EXPECT_EQ(events, Strings{"connect"});
@@ -119,7 +155,7 @@ TEST_F(ProbeTest, RaisesEventsFromThePumpOnly) {
     EXPECT_TRUE(machine.Sockets.OpenNumbers.empty());
 
     machine.Sockets.Hosts["shut.example"] = {.Refuses = true};
-    Socket().SOCKET_CONNECT(Form2->Handle(), "shut.example", 80);
+    Socket().SOCKET_CONNECT(Form2->Handle(), "shut.example", 80, 0);
     machine.Windows.PumpEvents();
     EXPECT_EQ(events.back(), "error 10061");
     Socket().SOCKET_DISCONNECT(Form2->Handle());
@@ -128,7 +164,7 @@ TEST_F(ProbeTest, RaisesEventsFromThePumpOnly) {
 TEST_F(ProbeTest, NothingOfAGivenUpSocketArrives) {
     int events = 0;
     Socket().Connect = [&] { ++events; };
-    Socket().SOCKET_CONNECT(Form2->Handle(), "silent.example", 80);
+    Socket().SOCKET_CONNECT(Form2->Handle(), "silent.example", 80, 0);
     const SocketNumber first = machine.Sockets.LastNumber();
     Socket().SOCKET_DISCONNECT(Form2->Handle());
     Socket().SOCKET_DISCONNECT(Form2->Handle());
@@ -137,7 +173,7 @@ TEST_F(ProbeTest, NothingOfAGivenUpSocketArrives) {
 
     // A message of the old socket while the next one is current.
     machine.Sockets.Hosts["slow.example"] = {.NeverStands = true};
-    Socket().SOCKET_CONNECT(Form2->Handle(), "slow.example", 80);
+    Socket().SOCKET_CONNECT(Form2->Handle(), "slow.example", 80, 0);
     machine.Loop.Post({Form2->Handle(), WinsockAPI::SocketMessage, first, WinsockAPI::EventConnect});
     machine.Windows.PumpEvents();
     EXPECT_EQ(events, 0);
@@ -152,7 +188,7 @@ TEST_F(ProbeTest, OtherMessagesReachTheWindowsOwnProcedure) {
     };
     Socket().SOCKET_DISCONNECT(Form2->Handle()); // before any connection: nothing to restore
     machine.Loop.Install(Form2->Handle(), own);
-    Socket().SOCKET_CONNECT(Form2->Handle(), "silent.example", 80);
+    Socket().SOCKET_CONNECT(Form2->Handle(), "silent.example", 80, 0);
     machine.Loop.Post({Form2->Handle(), 1024, 0, 0});
     machine.Windows.PumpEvents();
     EXPECT_EQ(seen, std::vector<std::uint32_t>{1024});

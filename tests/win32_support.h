@@ -7,7 +7,7 @@
 #include "platform/win32/Win32Platform.h"
 #include "window/Layout.h"
 
-#include <winsock.h>
+#include <winsock2.h>
 
 #include <windows.h>
 

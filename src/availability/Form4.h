@@ -57,6 +57,7 @@ private:
 
     void ConnectLink();
     void WaitForLink();
+    bool Pump(); // false: a stop was requested
     void AddRow(const std::string& url, const char* problem);
 
     bool runOnStack_ = false; // from the start of a run until its last frame has gone

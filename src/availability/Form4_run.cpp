@@ -53,8 +53,7 @@ void Form4Window::Start() {
 
 void Form4Window::RunSelection() {
     for (int index = 2; index < Tree1.Nodes().Count(); ++index) {
-        services().Windows.PumpEvents();
-        if (StopRequested)
+        if (!Pump())
             return;
         if (Tree1.NodeCheck(index) != 1)
             continue;

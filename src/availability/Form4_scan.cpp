@@ -77,7 +77,8 @@ void Form4Window::ScanFile(std::string szPath, std::string szFile) {
 
 void Form4Window::ConnectLink() {
     Winsock& socket = *Form2->SOCKET;
-    socket.SOCKET_CONNECT(Form2->Handle(), CurrentLink.Host, PortNumber(CurrentLink.Port));
+    socket.SOCKET_CONNECT(Form2->Handle(), CurrentLink.Host, PortNumber(CurrentLink.Port),
+                          Timer1.DueAt() - services().Clock.Now());
     if (socket.SocketHandle() != -1)
         return;
     Label8.Caption = "Unable to connect";
@@ -88,11 +89,16 @@ void Form4Window::ConnectLink() {
 }
 
 void Form4Window::WaitForLink() {
-    while (!LinkFinished) {
-        services().Windows.WaitForEvents();
-        if (StopRequested)
-            return;
-    }
+    while (!LinkFinished && !StopRequested)
+        if (!services().Windows.WaitForEvents())
+            StopRequested = true;
+}
+
+// The end of the program is a stop, too.
+bool Form4Window::Pump() {
+    if (!services().Windows.PumpEvents())
+        StopRequested = true;
+    return !StopRequested;
 }
 
 void Form4Window::AddRow(const std::string& url, const char* problem) {
@@ -144,8 +150,7 @@ void Form4Window::FillFolders(std::string szMainPath, Flag valMain) {
     if (name != "." && Favorites::UpperExtension(name) != ".URL")
         scan();
     for (;;) {
-        services().Windows.PumpEvents();
-        if (StopRequested)
+        if (!Pump())
             break;
         name = Favorites::FindNext(find);
         if (name.empty())

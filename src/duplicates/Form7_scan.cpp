@@ -39,10 +39,7 @@ void Form7Window::Start() {
 }
 
 void Form7Window::ListFolders() {
-    const auto goOn = [this] {
-        services().Windows.PumpEvents();
-        return !bCanceled && List1.size() < List1Capacity;
-    };
+    const auto goOn = [this] { return services().Windows.PumpEvents() && !bCanceled && List1.size() < List1Capacity; };
     Favorites::ListFirstLevel(goOn, [this](const std::string& name) { List1.push_back(name); });
 }
 
@@ -62,9 +59,8 @@ void Form7Window::Timer1_Tick() {
 
 void Form7Window::Walk() {
     for (const std::string& entry : List1) {
-        if (bCanceled)
+        if (bCanceled || !services().Windows.PumpEvents())
             return;
-        services().Windows.PumpEvents();
         const bool isRoot = entry == RootEntry;
         ScanFolder(Favorites::FavoritesRoot() + (isRoot ? "" : entry + "\\"), isRoot ? "Favorites root" : entry);
     }
@@ -123,8 +119,8 @@ std::vector<std::size_t> Form7Window::ChainEqualLinks() {
 }
 
 bool Form7Window::StepOn() {
-    if (!bCanceled && steps_++ % StepsAPass == 0)
-        services().Windows.PumpEvents();
+    if (!bCanceled && steps_++ % StepsAPass == 0 && !services().Windows.PumpEvents())
+        bCanceled = true;
     return !bCanceled;
 }
 

@@ -63,8 +63,8 @@ void WalkShortcuts(const std::string& szMainPath, const std::function<void(const
         return;
     while (!name.empty()) {
         take(name);
-        services().Windows.PumpEvents();
-        if (stopped())
+        const bool ended = !services().Windows.PumpEvents();
+        if (stopped() || ended)
             break;
         name = FindNext(find);
     }

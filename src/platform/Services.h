@@ -8,6 +8,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -82,6 +84,16 @@ struct AddressRecord {
     std::uint8_t Zero[8] = {};
 };
 
+// The look-up of a host's name, which goes on by itself. Dropped before its end, it ends unheard.
+class HostLookup {
+public:
+    virtual ~HostLookup() = default;
+    // Waits until it has ended or `ms` have passed. True: it has ended.
+    virtual bool Wait(std::int64_t ms) = 0;
+    // Once it has ended: the bytes of the host's first address, as many as the address has; empty when there is none.
+    virtual std::string Address() const = 0;
+};
+
 // The Windows Sockets 1.1 operations that the socket engine uses, with their results. A socket that was selected tells
 // its events as window messages, which reach the window's procedure from the pump only, in order. Closing a socket
 // takes away what is still queued for it.
@@ -91,8 +103,6 @@ public:
 
     virtual std::int32_t Startup(std::uint16_t version) = 0; // 0, or an error code
     virtual std::int32_t Cleanup() = 0;
-    virtual bool IsBlocking() = 0;
-    virtual std::int32_t CancelBlockingCall() = 0;
 
     virtual SocketNumber Open(std::int32_t family, std::int32_t type, std::int32_t protocol) = 0;
     virtual std::int32_t SetOption(SocketNumber socket, std::int32_t level, std::int32_t option,
@@ -102,17 +112,18 @@ public:
     // From here on the socket is non-blocking and posts `message` to `window`: first parameter the socket, second the
     // event in the low and its error code in the high 16 bits.
     virtual std::int32_t AsyncSelect(SocketNumber socket, WindowHandle window, std::uint32_t message,
-                                     std::int32_t mask) = 0;                             // 0, or -1
-    virtual std::int32_t Connect(SocketNumber socket, const AddressRecord& address) = 0; // -1 while under way
-    virtual std::int32_t Send(SocketNumber socket, const std::string& bytes) = 0;        // bytes taken, or -1
+                                     std::int32_t mask) = 0; // 0, or -1
+    // -1 while under way. A connection that fails at once fails by its CONNECT event, too. Address 0 is no machine,
+    // least of all this one: error 10049.
+    virtual std::int32_t Connect(SocketNumber socket, const AddressRecord& address) = 0;
+    virtual std::int32_t Send(SocketNumber socket, const std::string& bytes) = 0; // bytes taken, or -1
     // Reads once into `buffer`, at most its size. The number of bytes, 0 at the peer's close, -1 on failure.
     virtual std::int32_t Receive(SocketNumber socket, std::string& buffer) = 0;
     virtual std::int32_t Close(SocketNumber socket) = 0; // harmless for a number that is no open socket
 
-    virtual std::uint16_t HostToNetwork(std::int32_t port) = 0;         // of the low 16 bits
-    virtual std::uint32_t AddressFromText(const std::string& text) = 0; // network order; 0xFFFFFFFF: no address
-    // The bytes of the host's first address, as many as the address has; empty when the name can't be resolved. Blocks.
-    virtual std::string AddressOfHost(const std::string& name) = 0;
+    virtual std::uint16_t HostToNetwork(std::int32_t port) = 0;              // of the low 16 bits
+    virtual std::uint32_t AddressFromText(const std::string& text) = 0;      // network order; 0xFFFFFFFF: no address
+    virtual std::shared_ptr<HostLookup> LookUp(const std::string& name) = 0; // nullptr when it can't be started
     // The name of the host with this address (network order); empty when there is none. Blocks.
     virtual std::string NameOfHost(std::uint32_t address) = 0;
     virtual std::int32_t LocalName(std::string& name) = 0; // 0, or -1
@@ -156,10 +167,13 @@ public:
                                        std::int32_t first, std::int32_t second) = 0;
 
     // Handles all events that are pending (posted messages first in first out, then input, then due timers) and
-    // returns.
-    virtual void PumpEvents() = 0;
-    // Sleeps until something is pending, handles it and returns.
-    virtual void WaitForEvents() = 0;
+    // returns. False: the program has ended.
+    virtual bool PumpEvents() = 0;
+    // Sleeps until something is pending, handles it and returns. False: the program has ended.
+    virtual bool WaitForEvents() = 0;
+    // Brings the windows in line at once and keeps them painted until `isDone`, which may take as many ms as it is
+    // given, says so, or until `ms` have passed. Nothing is handled meanwhile: no input, no posted message, no timer.
+    virtual void PaintUntil(const std::function<bool(std::int64_t ms)>& isDone, std::int64_t ms) = 0;
 
     // Ends the program: nothing shows any more, both pumps return at once, and the event loop of the program returns.
     virtual void End() = 0;

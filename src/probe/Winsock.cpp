@@ -14,6 +14,8 @@ namespace {
 
 constexpr std::uint16_t WinsockVersion = 0x0101; // Windows Sockets 1.1
 
+constexpr std::int64_t LongestLookUp = 10000; // ms, where no link's time-out bounds it
+
 // The engine keeps a handle in 16 signed bits; a socket beyond that is closed and counts as not started.
 std::int16_t FittedHandle(SocketNumber socket) {
     if (socket <= std::numeric_limits<std::int16_t>::max())
@@ -40,7 +42,8 @@ Winsock::~Winsock() {
     Instance = nullptr;
 }
 
-void Winsock::SOCKET_CONNECT(WindowHandle lngHandle, const std::string& szHost, std::int16_t intPort) {
+void Winsock::SOCKET_CONNECT(WindowHandle lngHandle, const std::string& szHost, std::int16_t intPort,
+                             std::int64_t lookUpMs) {
     if (Connected == 1)
         SOCKET_DISCONNECT(lngHandle);
     PreviousWindowProcedure = services().Windows.InstallProcedure(lngHandle, SocketWindowProc);
@@ -48,7 +51,7 @@ void Winsock::SOCKET_CONNECT(WindowHandle lngHandle, const std::string& szHost, 
         services().Sockets.Close(SocketModule::SocketHandle);
         SocketModule::SocketHandle = 0;
     }
-    SocketModule::SocketHandle = FittedHandle(WinsockAPI::OpenClientSocket(szHost, intPort, lngHandle));
+    SocketModule::SocketHandle = FittedHandle(WinsockAPI::OpenClientSocket(szHost, intPort, lngHandle, lookUpMs));
 }
 
 void Winsock::SOCKET_DISCONNECT(WindowHandle lngHandle) {
@@ -60,7 +63,7 @@ void Winsock::SOCKET_DISCONNECT(WindowHandle lngHandle) {
 std::string Winsock::SOCKET_GET_LOCALHOST() const { return WinsockAPI::LocalHostName(); }
 
 std::string Winsock::SOCKET_GET_REMOTEHOST(const std::string& szRemoteMachine) const {
-    return WinsockAPI::HostNameFromAddress(WinsockAPI::AddressFromHost(szRemoteMachine));
+    return WinsockAPI::HostNameFromAddress(WinsockAPI::AddressFromHost(szRemoteMachine, LongestLookUp));
 }
 
 void Winsock::SOCKET_RAISEEVENT(std::int32_t SOCKET_EVENT, std::int32_t param1, const std::string& param2) {

@@ -27,8 +27,8 @@ public:
     std::function<void(std::int32_t ErrorID)> Error;
 
     // Starts a connection whose events go to the window `lngHandle`, and returns without waiting for it. SocketHandle()
-    // is -1 afterwards when it can't even be started.
-    void SOCKET_CONNECT(WindowHandle lngHandle, const std::string& szHost, std::int16_t intPort);
+    // is -1 afterwards when it can't even be started. A look-up of the host ends within `lookUpMs`.
+    void SOCKET_CONNECT(WindowHandle lngHandle, const std::string& szHost, std::int16_t intPort, std::int64_t lookUpMs);
     // Closes the socket and gives the window its own procedure back: nothing of this socket arrives any more. Harmless
     // when there is none.
     void SOCKET_DISCONNECT(WindowHandle lngHandle);

@@ -1,5 +1,7 @@
 #include "probe/WinsockAPI.h"
 
+#include "probe/HostLookups.h"
+
 #include <algorithm>
 #include <cstring>
 
@@ -24,14 +26,15 @@ SocketNumber GiveUp(SocketNumber socket) {
 
 } // namespace
 
-SocketNumber OpenClientSocket(const std::string& szHost, std::int16_t intPort, WindowHandle lngHandle) {
+SocketNumber OpenClientSocket(const std::string& szHost, std::int16_t intPort, WindowHandle lngHandle,
+                              std::int64_t lookUpMs) {
     SocketService& sockets = services().Sockets;
     AddressRecord address;
     address.Family = FamilyInternet;
     address.Port = sockets.HostToNetwork(intPort);
     if (address.Port == 0xFFFF)
         return -1;
-    address.Address = AddressFromHost(szHost);
+    address.Address = AddressFromHost(szHost, lookUpMs);
     if (address.Address == NoAddress)
         return -1;
     const SocketNumber socket = sockets.Open(FamilyInternet, TypeStream, ProtocolTcp);
@@ -56,11 +59,11 @@ std::int32_t SetSocketLinger(SocketNumber socket, std::uint16_t onOff, std::uint
     return services().Sockets.GetOption(socket, LevelSocket, OptionLinger, linger, length) == 0 ? 0 : -1;
 }
 
-std::uint32_t AddressFromHost(const std::string& szHost) {
+std::uint32_t AddressFromHost(const std::string& szHost, std::int64_t lookUpMs) {
     const std::uint32_t dotted = services().Sockets.AddressFromText(szHost);
     if (dotted != NoAddress)
         return dotted;
-    const std::string bytes = services().Sockets.AddressOfHost(szHost);
+    const std::string bytes = AddressOfHost(szHost, lookUpMs);
     if (bytes.empty())
         return NoAddress;
     std::uint32_t address = 0;
@@ -86,8 +89,7 @@ std::int32_t SendBytes(std::int16_t socket, const std::string& text) {
 }
 
 void CleanupNetwork() {
-    if (services().Sockets.IsBlocking())
-        services().Sockets.CancelBlockingCall();
+    ForgetLookups();
     services().Sockets.Cleanup();
 }
 

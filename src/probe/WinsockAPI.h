@@ -17,14 +17,17 @@ inline constexpr std::int32_t EventConnect = 16;     // FD_CONNECT
 inline constexpr std::int32_t EventClose = 32;       // FD_CLOSE
 
 // Opens a socket and starts its connection without waiting for it; events go to `lngHandle` as SocketMessage. The
-// socket, or -1 when it can't even be started, and then nothing stays open.
-SocketNumber OpenClientSocket(const std::string& szHost, std::int16_t intPort, WindowHandle lngHandle);
+// socket, or -1 when it can't even be started, and then nothing stays open. A look-up of the host ends within
+// `lookUpMs`.
+SocketNumber OpenClientSocket(const std::string& szHost, std::int16_t intPort, WindowHandle lngHandle,
+                              std::int64_t lookUpMs);
 
 // 0, or -1.
 std::int32_t SetSocketLinger(SocketNumber socket, std::uint16_t onOff, std::uint16_t seconds);
 
-// Network order; all bits set when the host can't be resolved. Blocks while a name is looked up.
-std::uint32_t AddressFromHost(const std::string& szHost);
+// Network order; all bits set when the host can't be resolved within `lookUpMs`. Windows are painted meanwhile, and
+// nothing else happens.
+std::uint32_t AddressFromHost(const std::string& szHost, std::int64_t lookUpMs);
 
 // "Unknown" when there is no answer.
 std::string HostNameFromAddress(std::uint32_t address);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <stdexcept>
+#include <utility>
 
 namespace tarnwick {
 
@@ -203,17 +204,40 @@ std::uint16_t FakeSockets::HostToNetwork(std::int32_t port) {
 
 std::uint32_t FakeSockets::AddressFromText(const std::string&) { return 0xFFFFFFFF; }
 
-std::string FakeSockets::AddressOfHost(const std::string& name) {
+class FakeSockets::Lookup : public HostLookup {
+public:
+    Lookup(FakeSockets& sockets, std::string name, std::int64_t ms, std::string address)
+        : sockets_(sockets), name_(std::move(name)), end_(Now() + ms), address_(std::move(address)) {}
+
+    bool Wait(std::int64_t ms) override {
+        if (sockets_.LookingUp && !std::exchange(waitedFor_, true))
+            sockets_.LookingUp(name_);
+        sockets_.clock_.Advance(std::clamp<std::int64_t>(end_ - Now(), 0, ms));
+        return Now() >= end_;
+    }
+    std::string Address() const override { return address_; }
+
+private:
+    std::int64_t Now() const { return sockets_.clock_.Now(); }
+
+    FakeSockets& sockets_;
+    const std::string name_;
+    const std::int64_t end_;
+    const std::string address_;
+    bool waitedFor_ = false;
+};
+
+std::shared_ptr<HostLookup> FakeSockets::LookUp(const std::string& name) {
     LookedUp.push_back(name);
-    if (LookingUp)
-        LookingUp(name);
-    if (!Hosts.contains(name))
-        return {};
-    addresses_.push_back(name);
-    const auto address = static_cast<std::uint32_t>(addresses_.size());
-    std::string bytes(sizeof address, '\0');
-    std::memcpy(bytes.data(), &address, sizeof address);
-    return bytes;
+    std::string bytes;
+    if (Hosts.contains(name)) {
+        addresses_.push_back(name);
+        const auto address = static_cast<std::uint32_t>(addresses_.size());
+        bytes.resize(sizeof address);
+        std::memcpy(bytes.data(), &address, sizeof address);
+    }
+    const auto ms = LookUpMs.find(name);
+    return std::make_shared<Lookup>(*this, name, ms == LookUpMs.end() ? 0 : ms->second, bytes);
 }
 
 std::string FakeSockets::NameOfHost(std::uint32_t address) {

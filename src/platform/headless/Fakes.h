@@ -99,6 +99,7 @@ public:
     std::set<SocketNumber> OpenNumbers;
     std::vector<std::string> LookedUp;
     std::function<void(const std::string& name)> LookingUp; // what happens while a look-up holds the program
+    std::map<std::string, std::int64_t> LookUpMs;           // how long the look-up of a name takes; others take no time
 
     // Queues an event of the socket that was opened last.
     void Notify(std::int32_t event, std::int32_t error = 0);
@@ -108,8 +109,6 @@ public:
 
     std::int32_t Startup(std::uint16_t version) override;
     std::int32_t Cleanup() override;
-    bool IsBlocking() override { return false; }
-    std::int32_t CancelBlockingCall() override { return 0; }
     SocketNumber Open(std::int32_t family, std::int32_t type, std::int32_t protocol) override;
     std::int32_t SetOption(SocketNumber socket, std::int32_t level, std::int32_t option,
                            const LingerRecord& value) override;
@@ -123,7 +122,7 @@ public:
     std::int32_t Close(SocketNumber socket) override;
     std::uint16_t HostToNetwork(std::int32_t port) override;
     std::uint32_t AddressFromText(const std::string& text) override;
-    std::string AddressOfHost(const std::string& name) override;
+    std::shared_ptr<HostLookup> LookUp(const std::string& name) override;
     std::string NameOfHost(std::uint32_t address) override;
     std::int32_t LocalName(std::string& name) override;
 
@@ -135,6 +134,8 @@ public:
     void Wait(std::optional<std::int64_t> ms) override;
 
 private:
+    class Lookup;
+
     const Host* HostOf(std::uint32_t address) const;
 
     MessageLoop& loop_;

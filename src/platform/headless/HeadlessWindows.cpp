@@ -86,9 +86,9 @@ std::int32_t HeadlessWindows::CallProcedure(PreviousProcedure previous, WindowHa
     return loop_.Call(previous, window, message, first, second);
 }
 
-void HeadlessWindows::PumpEvents() {
+bool HeadlessWindows::PumpEvents() {
     if (ended_)
-        return;
+        return false;
     ++pass_;
     if (pace_.Wait(clock_.Now()) == 0)
         Sync();
@@ -101,15 +101,21 @@ void HeadlessWindows::PumpEvents() {
     loop_.DispatchMessages();
     if (!ended_)
         loop_.FireTimers();
+    return !ended_;
 }
 
-void HeadlessWindows::WaitForEvents() {
+bool HeadlessWindows::WaitForEvents() {
     if (ended_)
-        return;
+        return false;
     Sync();
     if (!IsPending())
         events_.Wait(loop_.UntilNextTick());
-    PumpEvents();
+    return PumpEvents();
+}
+
+void HeadlessWindows::PaintUntil(const std::function<bool(std::int64_t)>& isDone, std::int64_t ms) {
+    Sync();
+    isDone(ms);
 }
 
 bool HeadlessWindows::IsPending() const {

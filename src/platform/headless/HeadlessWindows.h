@@ -65,8 +65,9 @@ public:
     void RestoreProcedure(WindowHandle window, PreviousProcedure previous) override;
     std::int32_t CallProcedure(PreviousProcedure previous, WindowHandle window, std::uint32_t message,
                                std::int32_t first, std::int32_t second) override;
-    void PumpEvents() override;
-    void WaitForEvents() override;
+    bool PumpEvents() override;
+    bool WaitForEvents() override;
+    void PaintUntil(const std::function<bool(std::int64_t)>& isDone, std::int64_t ms) override;
     void End() override { ended_ = true; }
 
 private:

@@ -1,11 +1,12 @@
 #include "platform/posix/PosixSockets.h"
 
+#include "platform/posix/PosixLookup.h"
+
 #include <algorithm>
 #include <arpa/inet.h>
 #include <array>
 #include <cerrno>
 #include <climits>
-#include <cstring>
 #include <fcntl.h>
 #include <netdb.h>
 #include <netinet/in.h>
@@ -33,9 +34,6 @@ constexpr std::int32_t SocketError = -1;            // SOCKET_ERROR
 constexpr std::int32_t SystemNotReady = 10091;      // WSASYSNOTREADY
 constexpr std::int32_t VersionNotSupported = 10092; // WSAVERNOTSUPPORTED
 
-constexpr std::size_t HostNameLimit = 253; // characters of a name (RFC 1035, 2.3.4: 255 bytes on the wire)
-constexpr std::size_t LabelLimit = 63;     // RFC 1035, 2.3.4
-
 struct ErrorPair {
     int Errno;
     std::int32_t Windows;
@@ -62,20 +60,6 @@ std::int32_t WindowsError(int error) {
 bool EndsConnection(int error) { return error == ECONNRESET || error == EPIPE; }
 
 bool IsPassing(int error) { return error == EAGAIN || error == EINTR; }
-
-bool IsHostName(std::string_view name) {
-    if (name.ends_with('.'))
-        name.remove_suffix(1);
-    if (name.empty() || name.size() > HostNameLimit)
-        return false;
-    for (std::size_t start = 0; start <= name.size();) {
-        const std::size_t end = std::min(name.find('.', start), name.size());
-        if (end == start || end - start > LabelLimit)
-            return false;
-        start = end + 1;
-    }
-    return std::ranges::none_of(name, [](char c) { return static_cast<unsigned char>(c) <= ' ' || c == '\x7F'; });
-}
 
 // The numbers 0 to 2 are taken from a process that was started without standard files; 0 means "none" to callers.
 int AboveStandardFiles(int descriptor) {
@@ -242,7 +226,9 @@ std::int32_t PosixSockets::Connect(SocketNumber socket, const AddressRecord& add
     own.sin_port = address.Port;
     own.sin_addr.s_addr = address.Address;
     // Done or failed at once is told by a notification as well: epoll reports either straight away.
-    if (connect(socket, reinterpret_cast<const sockaddr*>(&own), sizeof own) != 0 && errno != EINPROGRESS)
+    if (address.Address == 0)
+        connecting->Error = EADDRNOTAVAIL;
+    else if (connect(socket, reinterpret_cast<const sockaddr*>(&own), sizeof own) != 0 && errno != EINPROGRESS)
         connecting->Error = errno;
     connecting->State = Phase::Connecting;
     Watch(socket, *connecting);
@@ -295,20 +281,7 @@ std::uint32_t PosixSockets::AddressFromText(const std::string& text) {
     return address.s_addr;
 }
 
-std::string PosixSockets::AddressOfHost(const std::string& name) {
-    if (!IsHostName(name))
-        return {};
-    addrinfo hints = {};
-    hints.ai_family = AF_INET;
-    hints.ai_socktype = SOCK_STREAM;
-    addrinfo* found = nullptr;
-    if (getaddrinfo(name.c_str(), nullptr, &hints, &found) != 0 || found == nullptr)
-        return {};
-    sockaddr_in first = {};
-    std::memcpy(&first, found->ai_addr, std::min<std::size_t>(sizeof first, found->ai_addrlen));
-    freeaddrinfo(found);
-    return {reinterpret_cast<const char*>(&first.sin_addr), sizeof first.sin_addr};
-}
+std::shared_ptr<HostLookup> PosixSockets::LookUp(const std::string& name) { return PosixLookup::Start(name); }
 
 std::string PosixSockets::NameOfHost(std::uint32_t address) {
     sockaddr_in own = {};

@@ -26,9 +26,6 @@ public:
 
     std::int32_t Startup(std::uint16_t version) override;
     std::int32_t Cleanup() override;
-    // No call blocks in the sense of Windows Sockets 1.1, and there is nothing to cancel.
-    bool IsBlocking() override { return false; }
-    std::int32_t CancelBlockingCall() override { return -1; }
 
     SocketNumber Open(std::int32_t family, std::int32_t type, std::int32_t protocol) override;
     std::int32_t SetOption(SocketNumber socket, std::int32_t level, std::int32_t option,
@@ -44,7 +41,7 @@ public:
 
     std::uint16_t HostToNetwork(std::int32_t port) override;
     std::uint32_t AddressFromText(const std::string& text) override;
-    std::string AddressOfHost(const std::string& name) override;
+    std::shared_ptr<HostLookup> LookUp(const std::string& name) override;
     std::string NameOfHost(std::uint32_t address) override;
     std::int32_t LocalName(std::string& name) override;
 

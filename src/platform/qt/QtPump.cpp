@@ -25,9 +25,9 @@ QtPump::QtPump(MessageLoop& loop, EventSource& source, int descriptor, std::func
     connect(&notifier_, &QSocketNotifier::activated, this, &QtPump::WakeUp);
 }
 
-void QtPump::PumpEvents() {
+bool QtPump::PumpEvents() {
     if (ended_)
-        return;
+        return false;
     Changed();
     source_.Collect();
     loop_.DispatchMessages();
@@ -35,17 +35,16 @@ void QtPump::PumpEvents() {
         ProcessQtEvents(false);
     if (!ended_)
         loop_.FireTimers();
+    return !ended_;
 }
 
 // Painting and the windows' bringing in line are no events that a caller waits for: the sleep goes on behind them.
-void QtPump::WaitForEvents() {
+bool QtPump::WaitForEvents() {
     if (ended_)
-        return;
+        return false;
     source_.Collect();
-    if (loop_.HasMessages() || loop_.UntilNextTick() == 0) {
-        PumpEvents();
-        return;
-    }
+    if (loop_.HasMessages() || loop_.UntilNextTick() == 0)
+        return PumpEvents();
     Changed();
     woken_ = false;
     while (!woken_ && !ended_) {
@@ -53,6 +52,21 @@ void QtPump::WaitForEvents() {
         ProcessQtEvents(true);
     }
     HandleOwnEvents();
+    return !ended_;
+}
+
+// What the desktop asks is answered as well; input stays with Qt until the next pass.
+void QtPump::PaintUntil(const std::function<bool(std::int64_t)>& isDone, std::int64_t ms) {
+    const std::int64_t end = clock_.elapsed() + ms;
+    const bool pumping = std::exchange(pumping_, true);
+    painting_ = true;
+    SyncNow();
+    do
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);
+    while (!isDone(std::clamp<std::int64_t>(end - clock_.elapsed(), 0, MsBetweenSyncs)) && clock_.elapsed() < end);
+    painting_ = false;
+    pumping_ = pumping;
+    Arm();
 }
 
 void QtPump::RunNested(const std::function<void()>& body) {

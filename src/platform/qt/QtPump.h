@@ -21,8 +21,9 @@ public:
     // the model.
     QtPump(MessageLoop& loop, EventSource& source, int descriptor, std::function<void()> sync);
 
-    void PumpEvents();
-    void WaitForEvents();
+    bool PumpEvents();
+    bool WaitForEvents();
+    void PaintUntil(const std::function<bool(std::int64_t)>& isDone, std::int64_t ms);
     // Runs `body`, which enters a loop of Qt's own.
     void RunNested(const std::function<void()>& body);
 
@@ -36,6 +37,8 @@ public:
     // From now on nothing is handled, and every loop of Qt returns.
     void End();
     bool Ended() const { return ended_; }
+    // No handler may run: the program has ended, or only paints.
+    bool Closed() const { return ended_ || painting_; }
     // No handler is on the stack.
     bool Idle() const { return handlers_ == 0; }
 
@@ -73,9 +76,10 @@ private:
     int syncTimer_ = 0;
     std::int64_t nextSyncAt_ = 0;
 
-    int handlers_ = 0;     // on the stack
-    bool pumping_ = false; // Qt's events are being handled by a pump, which sees to the program's own itself
-    bool woken_ = false;   // a sleep of WaitForEvents() has something to return for
+    int handlers_ = 0;      // on the stack
+    bool pumping_ = false;  // Qt's events are being handled by a pump, which sees to the program's own itself
+    bool woken_ = false;    // a sleep of WaitForEvents() has something to return for
+    bool painting_ = false; // and nothing else, until some work is done
     bool syncing_ = false;
     bool ended_ = false;
 };

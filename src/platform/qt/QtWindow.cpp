@@ -182,7 +182,7 @@ void QtWindow::HandleMouse(const Control& control, const QWidget& widget, const 
 // The model decides what a click on the close box does.
 void QtWindow::closeEvent(QCloseEvent* event) {
     event->ignore();
-    if (window_ == nullptr || pump_.Ended())
+    if (window_ == nullptr || pump_.Closed())
         return;
     const QtPump::HandlerScope scope(pump_);
     window_->Unload();

@@ -35,7 +35,7 @@ public:
     // Raises a handler of the window or of one of its controls.
     template <class... Parameters, class... Arguments>
     void Raise(const std::function<void(Parameters...)>& handler, Arguments&&... arguments) {
-        if (window_ == nullptr || pump_.Ended())
+        if (window_ == nullptr || pump_.Closed())
             return;
         const QtPump::HandlerScope scope(pump_);
         window_->Raise(handler, std::forward<Arguments>(arguments)...);

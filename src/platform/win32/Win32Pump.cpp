@@ -48,20 +48,40 @@ Win32Pump::Win32Pump(MessageLoop& loop, ClockService& clock, std::function<void(
 
 Win32Pump::~Win32Pump() { DestroyWindow(alarm_); }
 
-void Win32Pump::PumpEvents() {
+bool Win32Pump::PumpEvents() {
     if (ended_)
-        return;
+        return false;
     Changed();
     Arm();
     Drain();
+    return !ended_;
 }
 
-void Win32Pump::WaitForEvents() {
+bool Win32Pump::WaitForEvents() {
     if (ended_)
-        return;
+        return false;
     Prepare();
     MsgWaitForMultipleObjectsEx(0, nullptr, INFINITE, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
     Drain();
+    return !ended_;
+}
+
+// Looking for messages keeps the system from taking the program for dead; those that other threads and programs wait
+// for are answered by it.
+void Win32Pump::PaintUntil(const std::function<bool(std::int64_t)>& isDone, std::int64_t ms) {
+    const std::int64_t end = clock_.Now() + ms;
+    SyncNow();
+    painting_ = true;
+    do {
+        MSG message;
+        while (!ended_ &&
+               PeekMessageW(&message, nullptr, WM_PAINT, WM_PAINT, PM_REMOVE | PM_QS_PAINT | PM_QS_SENDMESSAGE))
+            if (message.message == WM_QUIT) // comes through every filter
+                End();
+            else
+                DispatchMessageW(&message);
+    } while (!isDone(std::clamp<std::int64_t>(end - clock_.Now(), 0, MsBetweenSyncs)) && clock_.Now() < end);
+    painting_ = false;
 }
 
 // Timer messages come only where no other one is waiting, so ticks are last.

@@ -23,8 +23,9 @@ public:
     Win32Pump(const Win32Pump&) = delete;
     Win32Pump& operator=(const Win32Pump&) = delete;
 
-    void PumpEvents();
-    void WaitForEvents();
+    bool PumpEvents();
+    bool WaitForEvents();
+    void PaintUntil(const std::function<bool(std::int64_t)>& isDone, std::int64_t ms);
 
     // Fields may have changed: the windows follow at once, or a moment later where a busy handler has them follow
     // often.
@@ -42,7 +43,7 @@ public:
 
     // Runs what a message has led to.
     template <class Handler> void Handle(Handler&& handler) {
-        if (ended_ || syncing_)
+        if (ended_ || painting_ || syncing_)
             return;
         ++handlers_;
         std::forward<Handler>(handler)();
@@ -69,6 +70,7 @@ private:
     std::int64_t nextSyncAt_ = 0;
     bool syncAwaited_ = false; // the system's timer for it runs
     int handlers_ = 0;         // on the stack
+    bool painting_ = false;    // and nothing else, until some work is done
     bool syncing_ = false;
     bool ended_ = false;
 };

@@ -1,8 +1,9 @@
 #include "platform/win32/Win32Sockets.h"
 
 #include "platform/win32/Win32Handles.h"
+#include "platform/win32/Win32Lookup.h"
 
-#include <winsock.h>
+#include <winsock2.h>
 
 #include <windows.h>
 
@@ -36,10 +37,6 @@ std::int32_t Win32Sockets::Startup(std::uint16_t version) {
 
 std::int32_t Win32Sockets::Cleanup() { return WSACleanup(); }
 
-bool Win32Sockets::IsBlocking() { return WSAIsBlocking() != 0; }
-
-std::int32_t Win32Sockets::CancelBlockingCall() { return WSACancelBlockingCall(); }
-
 SocketNumber Win32Sockets::Open(std::int32_t family, std::int32_t type, std::int32_t protocol) {
     const auto number = static_cast<SocketNumber>(socket(family, type, protocol));
     if (number >= 0)
@@ -70,7 +67,18 @@ std::int32_t Win32Sockets::AsyncSelect(SocketNumber socket, WindowHandle window,
 
 std::int32_t Win32Sockets::Connect(SocketNumber socket, const AddressRecord& address) {
     static_assert(sizeof(AddressRecord) == sizeof(sockaddr));
-    return connect(SocketOf(socket), reinterpret_cast<const sockaddr*>(&address), sizeof address);
+    // Not every Windows, and no Wine, refuses address 0 by itself; and a connect that fails at once posts nothing.
+    int error = WSAEADDRNOTAVAIL;
+    if (address.Address != 0) {
+        const int result = connect(SocketOf(socket), reinterpret_cast<const sockaddr*>(&address), sizeof address);
+        if (result == 0 || WSAGetLastError() == WSAEWOULDBLOCK)
+            return result;
+        error = WSAGetLastError();
+    }
+    if (const auto found = open_.find(socket); found != open_.end())
+        PostMessageW(WindowOf(found->second.Window), found->second.Message, SocketOf(socket),
+                     MAKELPARAM(FD_CONNECT, error));
+    return SOCKET_ERROR;
 }
 
 std::int32_t Win32Sockets::Send(SocketNumber socket, const std::string& bytes) {
@@ -104,12 +112,7 @@ std::uint32_t Win32Sockets::AddressFromText(const std::string& text) {
     return static_cast<std::uint32_t>(inet_addr(text.c_str()));
 }
 
-std::string Win32Sockets::AddressOfHost(const std::string& name) {
-    const hostent* host = gethostbyname(name.c_str());
-    if (host == nullptr || host->h_addr_list[0] == nullptr)
-        return {};
-    return {host->h_addr_list[0], static_cast<std::size_t>(host->h_length)};
-}
+std::shared_ptr<HostLookup> Win32Sockets::LookUp(const std::string& name) { return Win32Lookup::Start(name); }
 
 std::string Win32Sockets::NameOfHost(std::uint32_t address) {
     const hostent* host = gethostbyaddr(reinterpret_cast<const char*>(&address), sizeof address, AF_INET);

@@ -30,8 +30,11 @@ public:
     void RestoreProcedure(WindowHandle window, PreviousProcedure previous) override;
     std::int32_t CallProcedure(PreviousProcedure previous, WindowHandle window, std::uint32_t message,
                                std::int32_t first, std::int32_t second) override;
-    void PumpEvents() override { pump_.PumpEvents(); }
-    void WaitForEvents() override { pump_.WaitForEvents(); }
+    bool PumpEvents() override { return pump_.PumpEvents(); }
+    bool WaitForEvents() override { return pump_.WaitForEvents(); }
+    void PaintUntil(const std::function<bool(std::int64_t)>& isDone, std::int64_t ms) override {
+        pump_.PaintUntil(isDone, ms);
+    }
     void End() override;
 
 private:
