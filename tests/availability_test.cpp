@@ -112,6 +112,15 @@ TEST_F(WalkTest, GoesDepthFirstThroughTheSelectedFolders) {
     EXPECT_EQ(WalkedBy({Deeper, "A"}), (Strings{"A\\a.url", "A\\y.url"}));
 }
 
+TEST_F(WalkTest, CanBeStoppedBetweenFoldersWithoutShortcuts) {
+    for (const char* folder : {"E\\1", "E\\2", "E\\3", "E\\4"})
+        machine.Favorites.AddFolder(folder);
+    machine.Favorites.AddShortcut("E\\5\\no.url", "ftp://a.example/");
+    Form4.Unload();
+    machine.Windows.InPass(7, [&] { Click(Form4->Command1); }); // one pass for each node and each entry
+    EXPECT_EQ(WalkedBy({"E"}), Strings{});
+}
+
 TEST_F(WalkTest, ShowsEachFolderByItsOwnName) {
     machine.Sockets.Hosts["gone.example"] = {.Reply = "HTTP/1.0 404 x"};
     for (const char* path : {"r.url", "A\\Inner\\i.url"})

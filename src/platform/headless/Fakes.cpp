@@ -53,7 +53,7 @@ std::string MemoryFavorites::OpenListing(const std::string& pattern, ListingHand
         return {};
     listing = ++lastListing_;
     listings_[listing] = std::move(found);
-    return StepListing(listing);
+    return MemoryFavorites::StepListing(listing);
 }
 
 std::string MemoryFavorites::StepListing(ListingHandle listing) {
