@@ -15,7 +15,6 @@ using namespace std::string_literals;
 class ProbeTest : public Program {
 protected:
     void SetUp() override {
-        tarnwick::Favorites::BuildBase64Table();
         machine.Sockets.Hosts["good.example"] = {.Reply = "HTTP/1.0 200 OK\r\n\r\n"};
         machine.Sockets.Hosts["silent.example"] = {};
         Form2.Load();

@@ -1,7 +1,6 @@
 #include "availability/Form4.h"
 
 #include "favorites/Folders.h"
-#include "probe/Base64.h"
 #include "report/Form5.h"
 #include "shell/Form2.h"
 #include "shell/Form3.h"
@@ -50,7 +49,6 @@ void Form4Window::OnLoad() {
     LoadPreferences();
     Form5->Grid1.ClearRows();
     BuildTree();
-    Favorites::BuildBase64Table();
     // A time-out that the timer refuses leaves the stored one in force, so that no link waits for ever.
     Timer1.SetInterval(TimeoutInterval());
 }

@@ -2,6 +2,7 @@
 
 #include "favorites/Favorites.h"
 #include "platform/Services.h"
+#include "window/Utf8.h"
 
 #include <algorithm>
 #include <string_view>
@@ -11,7 +12,7 @@ namespace tarnwick::Favorites {
 namespace {
 
 constexpr std::size_t ValueBufferSize = 10000; // characters, the closing NUL included
-constexpr std::size_t CredentialSpan = 22;     // an "@" further behind the scheme belongs to the host or target
+constexpr std::size_t CredentialSpan = 22;     // characters; an "@" further on belongs to the host or target
 
 // Schemes are compared letter by letter in ASCII, whatever the language of the desktop.
 bool BeginsWith(std::string_view text, std::string_view upper) {
@@ -28,10 +29,25 @@ void DropScheme(std::string_view& rest) {
         rest.remove_prefix(std::min<std::size_t>(8, rest.size()));
 }
 
+// Where the first `count` characters end.
+std::size_t BytesOf(std::string_view text, std::size_t count) {
+    std::size_t bytes = 0;
+    for (; count > 0 && bytes < text.size(); --count)
+        bytes += DecodeUtf8(text, bytes).Bytes;
+    return bytes;
+}
+
+// Without a path the query is asked of the root; a fragment is the browser's alone.
+std::string TargetOf(std::string_view rest) {
+    if (rest.starts_with('/'))
+        return std::string(rest);
+    return "/" + std::string(rest.substr(0, rest.find('#')));
+}
+
 void TakeCredentials(std::string_view& rest, std::string& szUser, std::string& szPassword) {
     szUser.clear();
     szPassword.clear();
-    const std::size_t at = rest.substr(0, CredentialSpan).find('@');
+    const std::size_t at = rest.substr(0, BytesOf(rest, CredentialSpan)).find('@');
     if (at == std::string_view::npos)
         return;
     const std::string_view credentials = rest.substr(0, at);
@@ -62,9 +78,8 @@ void SplitUrl(const std::string& szUrl, std::string& szHost, std::string& szTarg
     DropScheme(rest);
     TakeCredentials(rest, szUser, szPassword);
 
-    const std::size_t slash = rest.find('/');
-    const std::string_view host = rest.substr(0, slash);
-    szTarget = slash == std::string_view::npos ? "/" : rest.substr(slash);
+    const std::string_view host = rest.substr(0, rest.find_first_of("/?#"));
+    szTarget = TargetOf(rest.substr(host.size()));
     const std::size_t colon = host.find(':');
     szHost = host.substr(0, colon);
     szPort = colon == std::string_view::npos ? "80" : host.substr(colon + 1);

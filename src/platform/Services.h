@@ -155,8 +155,8 @@ public:
     // Both block, and events go on being handled meanwhile. Texts are plain: no markup, no access keys.
     virtual MessageAnswer ShowMessage(const std::string& text, const std::string& title, MessageIcon icon,
                                       MessageButtons buttons) = 0;
-    // Opens the menu over `window` where the user's click (or the selected row) is. Gives the chosen entry, nullptr when
-    // the menu was left.
+    // Opens the menu over `window` where the user's click (or the selected row) is. Gives the chosen entry, nullptr
+    // when the menu was left.
     virtual const MenuEntry* PopUp(const Menu& menu, Window& window) = 0;
 
     // Installs `procedure` on the window and gives what was there before.
@@ -189,8 +189,8 @@ public:
 class ShellService {
 public:
     virtual ~ShellService() = default;
-    // Hands the URL to the user's program for it, as data: no shell, no command line of its own. A text that is no URL
-    // opens nothing. Nobody looks at how it went.
+    // Hands the URL to the user's program for it: as one argument, never by way of a command line, in the folder of
+    // this program. Nobody looks at how it went.
     virtual void OpenUrl(WindowHandle owner, const std::string& url) = 0;
 };
 

@@ -1,18 +1,11 @@
 #include "probe/Base64.h"
 
-#include <array>
 #include <string_view>
 
 namespace tarnwick::Favorites {
 
 namespace {
-std::array<std::uint8_t, 64> symbols;
-}
-
-void BuildBase64Table() {
-    constexpr std::string_view alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    for (std::size_t value = 0; value < symbols.size(); ++value)
-        symbols[value] = static_cast<std::uint8_t>(alphabet[value]);
+constexpr std::string_view Symbols = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 }
 
 void Base64Encode(const Bytes& plain, Bytes& encoded) {
@@ -24,7 +17,7 @@ void Base64Encode(const Bytes& plain, Bytes& encoded) {
             group = group << 8 | (at + byte < plain.size() ? plain[at + byte] : 0U);
         for (std::size_t symbol = 0; symbol < 4; ++symbol) {
             const bool padding = at + symbol > plain.size();
-            encoded.push_back(padding ? std::uint8_t{'='} : symbols[group >> (18 - 6 * symbol) & 63U]);
+            encoded.push_back(static_cast<std::uint8_t>(padding ? '=' : Symbols[group >> (18 - 6 * symbol) & 63U]));
         }
     }
 }

@@ -7,9 +7,6 @@ namespace tarnwick::Favorites {
 
 using Bytes = std::vector<std::uint8_t>;
 
-// Builds the table of the 64 symbols; Base64Encode needs it.
-void BuildBase64Table();
-
 // Base64 with padding and without line breaks (RFC 4648, section 4). Sizes `encoded` itself.
 void Base64Encode(const Bytes& plain, Bytes& encoded);
 

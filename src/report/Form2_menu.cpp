@@ -1,5 +1,6 @@
 // The entries of the report's pop-up menu. Each takes the selected row afresh from the grid.
 
+#include "favorites/Opening.h"
 #include "report/Form5.h"
 #include "report/Removal.h"
 #include "shell/Form2.h"
@@ -18,7 +19,7 @@ void Form2Window::mnuBadRemove_Click() {
 void Form2Window::mnuBadHide_Click() { Form5->Grid1.RemoveRow(Form5->Grid1.SelectedRow); }
 
 void Form2Window::mnuBadGo_Click() {
-    services().Shell.OpenUrl(Handle(), Form5->Grid1.CellText(Form5->Grid1.SelectedRow, ReportColumn::Url));
+    Favorites::OpenSite(Handle(), Form5->Grid1.CellText(Form5->Grid1.SelectedRow, ReportColumn::Url));
 }
 
 } // namespace tarnwick

@@ -1,5 +1,7 @@
 #include "shell/Form1.h"
 
+#include "favorites/Opening.h"
+
 #include "shell/Number.h"
 #include "shell/Preferences.h"
 #include "window/Dialogs.h"
@@ -120,6 +122,6 @@ void Form1Window::Save() const {
 
 void Form1Window::Command2_Click() { Unload(); }
 
-void Form1Window::Label4_Click() { services().Shell.OpenUrl(Handle(), MakersSite); }
+void Form1Window::Label4_Click() { Favorites::OpenSite(Handle(), MakersSite); }
 
 } // namespace tarnwick

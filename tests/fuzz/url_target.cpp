@@ -32,14 +32,17 @@ bool IsHttp(std::string_view url) {
     return true;
 }
 
-bool Has(const std::string& text, char c) { return text.find(c) != std::string::npos; }
+bool Has(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
+bool HasAny(const std::string& text, const char* set) { return text.find_first_of(set) != std::string::npos; }
 
+// Behind the host, and its port, the URL has the target; or, without a path, its query and a fragment.
 bool EndsWithHostAndTarget(const std::string& url, const Pieces& pieces) {
-    const std::string withPort = pieces.Host + ":" + pieces.Port;
-    for (const std::string& authority : {withPort, pieces.Host}) {
+    const std::string asked = pieces.Target.substr(1);
+    for (const std::string& authority : {pieces.Host + ":" + pieces.Port, pieces.Host}) {
         if (authority == pieces.Host && pieces.Port != "80")
             continue;
-        if (url.ends_with(authority + pieces.Target) || (pieces.Target == "/" && url.ends_with(authority)))
+        if (url.ends_with(authority + pieces.Target) || url.ends_with(authority + asked) ||
+            Has(url, authority + asked + "#"))
             return true;
     }
     return false;
@@ -57,12 +60,12 @@ void Url(std::string_view input) {
     }
     Require(pieces == Split(url, "other"), "the split depends on an earlier link");
     Require(Favorites::CurrentLink.UrlShown == url, "the URL shown is not the URL");
-    Require(!Has(pieces.Host, '/') && !Has(pieces.Host, ':'), "the host runs into the target or the port");
-    Require(!Has(pieces.Port, '/'), "the port runs into the target");
+    Require(!HasAny(pieces.Host, "/?#:"), "the host runs into the target or the port");
+    Require(!HasAny(pieces.Port, "/?#"), "the port runs into the target");
     Require(pieces.Target.starts_with('/'), "the target doesn't begin at the slash");
     Require(EndsWithHostAndTarget(url, pieces), "host, port and target are not the end of the URL");
     for (const std::string& credential : {pieces.User, pieces.Password})
-        Require(!Has(credential, ':') && !Has(credential, '@'), "a credential holds a separator");
+        Require(!HasAny(credential, ":@"), "a credential holds a separator");
     if (!pieces.User.empty() || !pieces.Password.empty()) {
         // An "@" may stand in what is dropped as the scheme too: "https:/@user@host".
         const std::size_t at = url.find(pieces.Password.empty() ? pieces.User : ":" + pieces.Password);
