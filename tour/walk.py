@@ -527,7 +527,7 @@ def main():
     parser.add_argument("program")
     arguments = parser.parse_args()
     album = Album(os.path.join(ROOT, "build", "tour"),
-                  os.path.join(ROOT, "docs", "screenshots") if arguments.screenshots else None)
+                  os.path.join(ROOT, "build", "screenshots") if arguments.screenshots else None)
     began = time.monotonic()
     desktop = Desktop()
     walk = Walk(os.path.realpath(arguments.program), album)

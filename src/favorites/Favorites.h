@@ -41,8 +41,4 @@ extern Flag SplashDone;     // the splash has run
 
 } // namespace Favorites
 
-// The version that the program and its requests name.
-inline constexpr const char* Release = "v.3.00";
-inline constexpr int Revision = 28;
-
 } // namespace tarnwick

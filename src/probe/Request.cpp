@@ -1,5 +1,6 @@
 #include "probe/Request.h"
 
+#include "Version.h"
 #include "platform/Services.h"
 #include "probe/Base64.h"
 

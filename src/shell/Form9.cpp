@@ -1,5 +1,6 @@
 #include "shell/Form9.h"
 
+#include "Version.h"
 #include "availability/Form4.h"
 #include "favorites/Favorites.h"
 #include "shell/Form3.h"
