@@ -78,13 +78,12 @@ TEST_F(ProbeTest, ReadsTheStatus) {
 }
 
 TEST_F(ProbeTest, EachFailingStepGivesMinusOneWithoutALeak) {
-    using Call = FakeSockets::Call;
-    for (const Call call : {Call::Open, Call::SetOption, Call::GetOption, Call::AsyncSelect, Call::Connect}) {
-        machine.Sockets.Failing = call;
-        EXPECT_EQ(WinsockAPI::OpenClientSocket("good.example", 80, Form2->Handle(), 0), -1) << static_cast<int>(call);
-        EXPECT_TRUE(machine.Sockets.OpenNumbers.empty()) << static_cast<int>(call);
+    for (const char* call : {"Open", "SetOption", "GetOption", "AsyncSelect", "Connect"}) {
+        machine.Faults.Call = call;
+        EXPECT_EQ(WinsockAPI::OpenClientSocket("good.example", 80, Form2->Handle(), 0), -1) << call;
+        EXPECT_TRUE(machine.Sockets.OpenNumbers.empty()) << call;
     }
-    machine.Sockets.Failing = Call::None;
+    machine.Faults.Call.clear();
     EXPECT_EQ(WinsockAPI::OpenClientSocket("nowhere.example", 80, Form2->Handle(), 0), -1);
     machine.Sockets.LookedUp.clear();
     EXPECT_EQ(WinsockAPI::OpenClientSocket("good.example", -1, Form2->Handle(), 0), -1);
@@ -202,7 +201,7 @@ TEST_F(ProbeTest, TheNetworkSectionStartsAndEndsOnceAndAFailedStartIsTold) {
     EXPECT_EQ(machine.Sockets.Startups, 1);
     Form2.Unload();
     EXPECT_EQ(machine.Sockets.Cleanups, 1);
-    machine.Sockets.Failing = FakeSockets::Call::Startup;
+    machine.Faults.Call = "Startup";
     StartProgram();
     EXPECT_EQ(machine.Windows.Messages.size(), 1U);
     ExpectMessage("Unable to start network section", MessageIcon::Critical, "Dunmarrow");

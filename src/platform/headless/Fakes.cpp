@@ -40,7 +40,7 @@ void MemoryFavorites::LoseFile(const std::string& path) {
 std::string MemoryFavorites::OpenListing(const std::string& pattern, ListingHandle& listing) {
     const std::size_t slash = pattern.rfind('\\');
     const auto folder = folders_.find(pattern.substr(0, slash));
-    if (folder == folders_.end())
+    if (folder == folders_.end() || Fails("OpenListing"))
         return {};
     Listing found;
     const bool all = pattern.substr(slash + 1) == "*";
@@ -52,19 +52,20 @@ std::string MemoryFavorites::OpenListing(const std::string& pattern, ListingHand
     if (found.Names.empty())
         return {};
     listing = ++lastListing_;
+    const std::string first = found.Names[found.Next++];
     listings_[listing] = std::move(found);
-    return MemoryFavorites::StepListing(listing);
+    return first;
 }
 
 std::string MemoryFavorites::StepListing(ListingHandle listing) {
     const auto found = listings_.find(listing);
-    if (found == listings_.end() || found->second.Next == found->second.Names.size())
+    if (found == listings_.end() || found->second.Next == found->second.Names.size() || Fails("StepListing"))
         return {};
     return found->second.Names[found->second.Next++];
 }
 
 bool MemoryFavorites::Remove(const std::string& path) {
-    if (!files_.contains(path) || ReadOnly.contains(path))
+    if (!files_.contains(path) || ReadOnly.contains(path) || Fails("Remove"))
         return false;
     LoseFile(path.substr(Root.size() + 1));
     return true;
@@ -74,7 +75,7 @@ std::string MemoryFavorites::ReadValue(const std::string& section, const std::st
                                        std::size_t size, const std::string& file) {
     Read.push_back(file);
     const auto found = files_.find(file);
-    if (section != "InternetShortcut" || key != "URL" || found == files_.end())
+    if (section != "InternetShortcut" || key != "URL" || found == files_.end() || Fails("ReadValue"))
         return fallback;
     return found->second.substr(0, size - 1);
 }
@@ -82,6 +83,8 @@ std::string MemoryFavorites::ReadValue(const std::string& section, const std::st
 std::string MemorySettings::Read(const std::string& application, const std::string& section, const std::string& key,
                                  const std::string& fallback) {
     Places.insert(application + "/" + section);
+    if (const int way = Fails("Read", 2); way != 0)
+        return way == 1 ? fallback : "no number";
     const auto found = Values.find(key);
     return found == Values.end() ? fallback : found->second;
 }
@@ -89,6 +92,8 @@ std::string MemorySettings::Read(const std::string& application, const std::stri
 bool MemorySettings::Write(const std::string& application, const std::string& section, const std::string& key,
                            const std::string& value) {
     Places.insert(application + "/" + section);
+    if (Fails("Write"))
+        return false;
     Values[key] = value;
     Written.push_back(key);
     return true;
@@ -116,16 +121,16 @@ void FakeSockets::Deliver(const std::string& bytes) {
 
 std::int32_t FakeSockets::Startup(std::uint16_t version) {
     ++Startups;
-    return Failing == Call::Startup || version != 0x0101 ? 10091 : 0;
+    return Fails("Startup") || version != 0x0101 ? 10091 : 0;
 }
 
 std::int32_t FakeSockets::Cleanup() {
     ++Cleanups;
-    return 0;
+    return Fails("Cleanup") ? -1 : 0;
 }
 
 SocketNumber FakeSockets::Open(std::int32_t, std::int32_t, std::int32_t) {
-    if (Failing == Call::Open)
+    if (Fails("Open"))
         return -1;
     last_ = NextNumber++;
     OpenNumbers.insert(last_);
@@ -133,17 +138,17 @@ SocketNumber FakeSockets::Open(std::int32_t, std::int32_t, std::int32_t) {
 }
 
 std::int32_t FakeSockets::SetOption(SocketNumber, std::int32_t, std::int32_t, const LingerRecord&) {
-    return Failing == Call::SetOption ? -1 : 0;
+    return Fails("SetOption") ? -1 : 0;
 }
 
 std::int32_t FakeSockets::GetOption(SocketNumber, std::int32_t, std::int32_t, LingerRecord&, std::int32_t&) {
-    return Failing == Call::GetOption ? -1 : 0;
+    return Fails("GetOption") ? -1 : 0;
 }
 
 std::int32_t FakeSockets::AsyncSelect(SocketNumber, WindowHandle window, std::uint32_t message, std::int32_t) {
     window_ = window;
     message_ = message;
-    return Failing == Call::AsyncSelect ? -1 : 0;
+    return Fails("AsyncSelect") ? -1 : 0;
 }
 
 const FakeSockets::Host* FakeSockets::HostOf(std::uint32_t address) const {
@@ -153,14 +158,15 @@ const FakeSockets::Host* FakeSockets::HostOf(std::uint32_t address) const {
 }
 
 std::int32_t FakeSockets::Connect(SocketNumber, const AddressRecord& address) {
-    if (Failing == Call::Connect)
+    const int way = Fails("Connect", 3); // at once, by silence, by a refusal
+    if (way == 1)
         return 0;
     const Host* host = HostOf(address.Address);
     Connections.push_back({host == nullptr ? "" : addresses_[address.Address - 1], address.Port, ""});
     incoming_.clear();
-    if (host == nullptr || host->Refuses) {
+    if (host == nullptr || host->Refuses || way == 3) {
         Notify(EventConnect, ConnectionRefused);
-    } else if (!host->NeverStands) {
+    } else if (!host->NeverStands && way == 0) {
         Notify(EventConnect);
         Notify(EventWrite);
         if (host->Closes)
@@ -170,6 +176,8 @@ std::int32_t FakeSockets::Connect(SocketNumber, const AddressRecord& address) {
 }
 
 std::int32_t FakeSockets::Send(SocketNumber socket, const std::string& bytes) {
+    if (const int way = Fails("Send", 2); way != 0) // or nothing is taken
+        return way == 1 ? -1 : 0;
     if (!OpenNumbers.contains(socket))
         return -1;
     Connection& connection = Connections.back();
@@ -180,6 +188,8 @@ std::int32_t FakeSockets::Send(SocketNumber socket, const std::string& bytes) {
 }
 
 std::int32_t FakeSockets::Receive(SocketNumber socket, std::string& buffer) {
+    if (const int way = Fails("Receive", 2); way != 0)
+        return way == 1 ? -1 : 0;
     if (!OpenNumbers.contains(socket))
         return -1;
     const std::size_t count = std::min(buffer.size(), incoming_.size());
@@ -194,7 +204,7 @@ std::int32_t FakeSockets::Close(SocketNumber socket) {
     if (OpenNumbers.erase(socket) == 0)
         return -1;
     loop_.Purge(socket);
-    return 0;
+    return Fails("Close") ? -1 : 0; // the number is free in any case
 }
 
 std::uint16_t FakeSockets::HostToNetwork(std::int32_t port) {
@@ -229,15 +239,19 @@ private:
 
 std::shared_ptr<HostLookup> FakeSockets::LookUp(const std::string& name) {
     LookedUp.push_back(name);
+    const int way = Fails("LookUp", 3); // doesn't start, finds nothing, never ends
+    if (way == 1)
+        return nullptr;
     std::string bytes;
-    if (Hosts.contains(name)) {
+    if (Hosts.contains(name) && way != 2) {
         addresses_.push_back(name);
         const auto address = static_cast<std::uint32_t>(addresses_.size());
         bytes.resize(sizeof address);
         std::memcpy(bytes.data(), &address, sizeof address);
     }
     const auto ms = LookUpMs.find(name);
-    return std::make_shared<Lookup>(*this, name, ms == LookUpMs.end() ? 0 : ms->second, bytes);
+    const std::int64_t never = 1000000000;
+    return std::make_shared<Lookup>(*this, name, way == 3 ? never : ms == LookUpMs.end() ? 0 : ms->second, bytes);
 }
 
 std::string FakeSockets::NameOfHost(std::uint32_t address) {

@@ -3,6 +3,7 @@
 // Services that live in memory and do what a test asks for, so that any one call can be made to fail.
 
 #include "platform/Services.h"
+#include "platform/headless/Fault.h"
 #include "window/MessageLoop.h"
 
 #include <functional>
@@ -24,7 +25,7 @@ private:
 };
 
 // A Favorites folder in memory. Folders list "." and ".." first, then their entries in the order of adding.
-class MemoryFavorites : public FileService, public ShortcutService {
+class MemoryFavorites : public FileService, public ShortcutService, public CanFail {
 public:
     std::string Root = "C:\\Users\\u\\Favorites"; // empty: the machine can't name it
 
@@ -44,7 +45,7 @@ public:
     std::string StepListing(ListingHandle listing) override;
     void CloseListing(ListingHandle listing) override { listings_.erase(listing); }
     bool Remove(const std::string& path) override;
-    std::string FavoritesFolder() override { return Root; }
+    std::string FavoritesFolder() override { return Fails("FavoritesFolder") ? "" : Root; }
     std::string ReadValue(const std::string& section, const std::string& key, const std::string& fallback,
                           std::size_t size, const std::string& file) override;
 
@@ -61,7 +62,7 @@ private:
     ListingHandle lastListing_ = 0;
 };
 
-class MemorySettings : public SettingsService {
+class MemorySettings : public SettingsService, public CanFail {
 public:
     std::map<std::string, std::string> Values; // key to text; application and section are kept in Places
     std::set<std::string> Places;              // "application/section" of every access
@@ -74,12 +75,10 @@ public:
 };
 
 // Sockets that answer as told, host by host. Nothing is delivered but through the loop.
-class FakeSockets : public SocketService, public EventSource {
+class FakeSockets : public SocketService, public EventSource, public CanFail {
 public:
     FakeSockets(MessageLoop& loop, ManualClock& clock) : loop_(loop), clock_(clock) {}
 
-    enum class Call { None, Startup, Open, SetOption, GetOption, AsyncSelect, Connect };
-    Call Failing = Call::None;
     SocketNumber NextNumber = 100;
 
     struct Host {

@@ -7,6 +7,12 @@ namespace tarnwick {
 
 // A whole machine in memory, in use for as long as the object lives.
 struct HeadlessPlatform {
+    HeadlessPlatform() {
+        for (CanFail* service : std::initializer_list<CanFail*>{&Favorites, &Settings, &Sockets, &Windows})
+            service->Faults = &Faults;
+    }
+
+    Fault Faults;
     ManualClock Clock;
     MessageLoop Loop{Clock};
     MemoryFavorites Favorites;

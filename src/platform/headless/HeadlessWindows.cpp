@@ -56,7 +56,7 @@ MessageAnswer HeadlessWindows::ShowMessage(const std::string& text, const std::s
     const MessageAnswer answer = Answers.empty() ? MessageAnswer::No : Answers.front();
     if (!Answers.empty())
         Answers.pop_front();
-    return answer;
+    return Fails("ShowMessage") ? MessageAnswer::No : answer;
 }
 
 const MenuEntry* HeadlessWindows::PopUp(const Menu& menu, Window& /*window*/) {
@@ -65,7 +65,7 @@ const MenuEntry* HeadlessWindows::PopUp(const Menu& menu, Window& /*window*/) {
     for (const MenuEntry* entry : menu.Entries)
         if (!entry->Separator)
             shown.push_back({entry->Caption, entry->Enabled});
-    if (Choices.empty())
+    if (Choices.empty() || Fails("PopUp"))
         return nullptr;
     const std::string choice = Choices.front();
     Choices.pop_front();
@@ -74,7 +74,7 @@ const MenuEntry* HeadlessWindows::PopUp(const Menu& menu, Window& /*window*/) {
 }
 
 PreviousProcedure HeadlessWindows::InstallProcedure(WindowHandle window, WindowProcedure procedure) {
-    return loop_.Install(window, procedure);
+    return Fails("InstallProcedure") ? 0 : loop_.Install(window, procedure);
 }
 
 void HeadlessWindows::RestoreProcedure(WindowHandle window, PreviousProcedure previous) {

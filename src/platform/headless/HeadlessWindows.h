@@ -4,6 +4,7 @@
 // script, and what a screen would show is kept to be looked at.
 
 #include "platform/Services.h"
+#include "platform/headless/Fault.h"
 #include "window/MessageLoop.h"
 #include "window/Pace.h"
 #include "window/Window.h"
@@ -16,7 +17,7 @@
 
 namespace tarnwick {
 
-class HeadlessWindows : public WindowService {
+class HeadlessWindows : public WindowService, public CanFail {
 public:
     // Sleeping is up to `events`.
     HeadlessWindows(MessageLoop& loop, EventSource& events, ClockService& clock)
