@@ -1,11 +1,9 @@
 #include "Figures.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstdio>
 #include <ctime>
 #include <fstream>
-#include <malloc.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -19,72 +17,75 @@ double Seconds(clockid_t clock) {
     return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
 }
 
-void Line(const std::string& what, double value, const std::string& unit, const std::string& verdict) {
-    std::printf("  %-62s %10.2f %-18s %s\n", what.c_str(), value, unit.c_str(), verdict.c_str());
-    std::fflush(stdout);
+Cost Now() {
+    rusage usage = {};
+    getrusage(RUSAGE_THREAD, &usage);
+    return {WallSeconds(), Seconds(CLOCK_PROCESS_CPUTIME_ID), static_cast<double>(usage.ru_nvcsw)};
 }
 
-void Judged(const std::string& what, double value, const char* bound, double limit, const std::string& unit,
-            bool reached) {
+Cost Median(std::vector<Cost> costs) {
+    std::ranges::sort(costs, {}, &Cost::Wall);
+    return costs[costs.size() / 2];
+}
+
+void Judge(const std::string& what, double value, const char* bound, double limit, const std::string& unit, bool met) {
     char verdict[64];
-    std::snprintf(verdict, sizeof verdict, "%s (%s %g)", reached ? "ok" : "MISSED", bound, limit);
-    Line(what, value, unit, verdict);
+    std::snprintf(verdict, sizeof verdict, "%s (%s %g)", met ? "ok" : "MISSED", bound, limit);
+    Show(what, value, unit, verdict);
 }
 
 } // namespace
 
 double WallSeconds() { return Seconds(CLOCK_MONOTONIC); }
-double ProcessorSeconds() { return Seconds(CLOCK_PROCESS_CPUTIME_ID); }
 
-double Percentile(std::vector<double> values, double percent) {
-    std::ranges::sort(values);
-    const double place = std::ceil(percent / 100 * static_cast<double>(values.size()));
-    return values.at(static_cast<std::size_t>(std::max(place, 1.0)) - 1);
+Cost Measure(const Work& work) {
+    const Cost start = Now();
+    work();
+    const Cost end = Now();
+    return {end.Wall - start.Wall, end.Processor - start.Processor, end.Sleeps - start.Sleeps};
 }
 
-double Median(std::vector<double> values) { return Percentile(std::move(values), 50); }
-
-Cost Median(const std::vector<Cost>& costs) {
-    std::vector<double> walls;
-    std::vector<double> processors;
-    for (const Cost& cost : costs) {
-        walls.push_back(cost.Wall);
-        processors.push_back(cost.Processor);
+std::pair<Cost, Cost> MeasureInTurn(int rounds, const Work& own, const Work& floor) {
+    std::vector<Cost> owns;
+    std::vector<Cost> floors;
+    for (int round = 0; round < rounds; ++round) {
+        floors.push_back(Measure(floor));
+        owns.push_back(Measure(own));
     }
-    return {Median(walls), Median(processors)};
+    return {Median(owns), Median(floors)};
 }
 
-std::size_t ResidentBytes() {
-    std::size_t total = 0;
-    std::size_t resident = 0;
+double Percentile(std::vector<double> values, int percent) {
+    std::ranges::sort(values);
+    return values.at((values.size() - 1) * static_cast<std::size_t>(percent) / 100);
+}
+
+double ResidentKiB() {
+    double total = 0;
+    double resident = 0;
     std::ifstream("/proc/self/statm") >> total >> resident;
-    return resident * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+    return resident * static_cast<double>(sysconf(_SC_PAGESIZE)) / 1024;
 }
 
-std::size_t PeakResidentBytes() {
+double PeakResidentMiB() {
     rusage usage = {};
     getrusage(RUSAGE_SELF, &usage);
-    return static_cast<std::size_t>(usage.ru_maxrss) * 1024;
+    return static_cast<double>(usage.ru_maxrss) / 1024;
 }
 
-std::size_t HeapBytes() {
-    const struct mallinfo2 heap = mallinfo2();
-    return heap.uordblks + heap.hblkhd;
-}
+void Title(const std::string& text) { std::printf("\n%s\n", text.c_str()); }
 
-void Title(const std::string& text) {
-    std::printf("\n%s\n", text.c_str());
+void Show(const std::string& what, double value, const std::string& unit, const std::string& verdict) {
+    std::printf("  %-66s %9.2f %-6s %s\n", what.c_str(), value, unit.c_str(), verdict.c_str());
     std::fflush(stdout);
 }
 
-void Show(const std::string& what, double value, const std::string& unit) { Line(what, value, unit, ""); }
-
 void AtMost(const std::string& what, double value, double limit, const std::string& unit) {
-    Judged(what, value, "at most", limit, unit, value <= limit);
+    Judge(what, value, "at most", limit, unit, value <= limit);
 }
 
 void AtLeast(const std::string& what, double value, double limit, const std::string& unit) {
-    Judged(what, value, "at least", limit, unit, value >= limit);
+    Judge(what, value, "at least", limit, unit, value >= limit);
 }
 
 } // namespace tarnwick::bench

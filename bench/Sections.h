@@ -3,11 +3,13 @@
 namespace tarnwick::bench {
 
 // Each runs in a process of its own, so that one's memory and windows don't weigh on another's figures.
-void Probe();
-void ProbeOnQt();
+void RunSection(const char* name);
+
+void Links();
+void LinksOnQt();
 void Silence();
 void SilenceOnQt();
-void ProbeMemory();
+void LinksMemory();
 void Stop();
 void Walk();
 void Duplicates();
@@ -15,6 +17,6 @@ void DuplicatesOnQt();
 void ManyRows();
 void Start();
 void StartBare(); // what Start() starts to have a floor
-void StartSplash();
+void StartMain();
 
 } // namespace tarnwick::bench

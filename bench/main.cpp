@@ -5,80 +5,55 @@
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
+#include <map>
+#include <stdexcept>
 #include <string>
-#include <string_view>
 #include <sys/wait.h>
 #include <unistd.h>
 
-namespace {
+namespace tarnwick::bench {
 
-using namespace tarnwick::bench;
-
-struct Section {
-    const char* Name;
-    void (*Run)();
-    bool Listed = true;
-};
-
-constexpr Section Sections[] = {
-    {"probe", Probe},
-    {"probe-qt", ProbeOnQt},
-    {"silence", Silence},
-    {"silence-qt", SilenceOnQt},
-    {"probe-memory", ProbeMemory},
-    {"stop", Stop},
-    {"walk", Walk},
-    {"duplicates", Duplicates},
-    {"duplicates-qt", DuplicatesOnQt},
-    {"rows", ManyRows},
-    {"start", Start},
-    {"start-bare", StartBare, false},
-    {"start-splash", StartSplash, false},
-};
-
-bool RunInChild(const Section& section) {
+void RunSection(const char* name) {
     const pid_t child = fork();
     if (child == 0) {
-        execl("/proc/self/exe", "tarnwick_bench", section.Name, nullptr);
+        execl("/proc/self/exe", "tarnwick_bench", name, nullptr);
         _exit(127);
     }
     int status = 0;
-    return waitpid(child, &status, 0) == child && status == 0;
+    if (waitpid(child, &status, 0) != child || status != 0)
+        throw std::runtime_error("it has failed");
 }
 
-const Section* Find(std::string_view name) {
-    for (const Section& section : Sections)
-        if (section.Name == name)
-            return &section;
-    return nullptr;
-}
-
-bool RunHere(const Section& section) {
-    try {
-        section.Run();
-        return true;
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "%s: %s\n", section.Name, error.what());
-        return false;
-    }
-}
-
-} // namespace
+} // namespace tarnwick::bench
 
 int main(int count, char** arguments) {
+    using namespace tarnwick::bench;
+    const std::map<std::string, void (*)()> sections = {{"links", Links},
+                                                        {"links-qt", LinksOnQt},
+                                                        {"silence", Silence},
+                                                        {"silence-qt", SilenceOnQt},
+                                                        {"links-memory", LinksMemory},
+                                                        {"stop", Stop},
+                                                        {"walk", Walk},
+                                                        {"duplicates", Duplicates},
+                                                        {"duplicates-qt", DuplicatesOnQt},
+                                                        {"rows", ManyRows},
+                                                        {"start", Start},
+                                                        {"start-bare", StartBare},
+                                                        {"start-main", StartMain}};
     setenv("QT_QPA_PLATFORM", "offscreen", 0);
     setenv("QT_LOGGING_RULES", "default.warning=false", 0); // what that platform can't do, such as raising windows
-    bool good = true;
-    if (count == 2 && Find(arguments[1]) != nullptr)
-        return RunHere(*Find(arguments[1])) ? 0 : 1;
-    for (const Section& section : Sections)
-        if (count == 1 && section.Listed)
-            good = RunInChild(section) && good;
-    for (int number = 1; number < count; ++number) {
-        const Section* section = Find(arguments[number]);
-        if (section == nullptr)
-            std::fprintf(stderr, "no section %s\n", arguments[number]);
-        good = section != nullptr && RunInChild(*section) && good;
+    try {
+        if (count == 2)
+            sections.at(arguments[1])();
+        for (int number = 1; count > 2 && number < count; ++number)
+            RunSection(arguments[number]);
+        for (const auto& [name, section] : sections)
+            if (count == 1 && !name.starts_with("start-"))
+                RunSection(name.c_str());
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "%s\n", error.what());
+        return 1;
     }
-    return good ? 0 : 1;
+    return 0;
 }

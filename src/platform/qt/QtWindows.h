@@ -11,7 +11,7 @@ namespace tarnwick {
 
 // Windows on Qt Widgets. A QApplication must be there before and behind it; the windows of the model must be given up
 // (WindowSlot::DropAll) before it goes.
-class QtWindows final : public WindowService {
+class QtWindows : public WindowService {
 public:
     QtWindows(MessageLoop& loop, PosixSockets& sockets);
     ~QtWindows() override;

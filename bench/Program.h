@@ -1,0 +1,49 @@
+#pragma once
+
+// Tarnwick on real files and sockets, worked as a user works it.
+
+#include "PosixMachine.h"
+#include "posix_support.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace tarnwick::bench {
+
+// Without windows on the screen.
+class Program {
+public:
+    virtual ~Program() = default;
+
+    // The user clicks it. Returns when its handler has.
+    virtual void Press(Window& window, Control& button) { window.Raise(button.Click); }
+    // Returns when what the window's fields say is on the screen.
+    virtual void Draw(Window&) {}
+
+    std::string Name = "headless";
+    test::PosixMachine Machine;
+    std::function<void()>& EachPass = Machine.Events.EachPass; // called whenever the program has handled events
+};
+
+// With windows; one a process.
+std::unique_ptr<Program> OnQt();
+
+// A home folder with a Favorites folder of the measurement's own, gone with the object.
+class FavoritesFolder {
+public:
+    // With `count` shortcuts of 100 a folder (all in the root if `folders` is false) and the links that `url` gives.
+    FavoritesFolder(int count, bool folders, const std::function<std::string(int number)>& url);
+
+    // The floor under every walk: opens, reads and closes each file, in the order of their paths.
+    void ReadAll() const;
+
+    const test::TemporaryHome Home;
+    const std::string Root = Home / "Favorites";
+
+private:
+    std::vector<std::string> files_;
+};
+
+} // namespace tarnwick::bench

@@ -1,0 +1,219 @@
+// The check of links on loopback beside a bare loop that does the same with the sockets alone, its waits, its stop and
+// the walk over links that it passes over.
+
+#include "Figures.h"
+#include "Program.h"
+#include "Sections.h"
+#include "availability/Form4.h"
+#include "servers_support.h"
+#include "shell/Form3.h"
+
+#include <algorithm>
+
+namespace tarnwick::bench {
+
+namespace {
+
+// The far side, a process of its own. Answers each request with a small page; every `big`-th (0: none) with 50 MB, or
+// as much as the peer takes.
+class Server {
+public:
+    explicit Server(int big = 0) {
+        if (listen(bound_.Socket, SOMAXCONN) != 0 || (child_ = fork()) < 0)
+            throw std::runtime_error("no server");
+        if (child_ == 0) {
+            prctl(PR_SET_PDEATHSIG, SIGKILL);
+            Serve(big);
+        }
+    }
+    ~Server() {
+        kill(child_, SIGKILL);
+        waitpid(child_, nullptr, 0);
+    }
+    Server(const Server&) = delete;
+    Server& operator=(const Server&) = delete;
+
+    std::uint16_t Port() const { return bound_.Port; }
+
+private:
+    [[noreturn]] void Serve(int big) const {
+        constexpr std::size_t bigBytes = 50'000'000;
+        const std::string page = "HTTP/1.0 200 OK\r\nContent-Type: text/html\r\n\r\n<html><p>Good</p></html>\r\n";
+        const std::string block(1 << 16, 'x');
+        std::array<char, 4096> request; // NOLINT: filled by recv()
+        for (int number = 1;; ++number) {
+            const test::Descriptor peer(accept4(bound_.Socket, nullptr, nullptr, SOCK_CLOEXEC));
+            bool takes = recv(peer, request.data(), request.size(), 0) > 0 &&
+                         send(peer, page.data(), page.size(), MSG_NOSIGNAL) > 0;
+            for (std::size_t sent = 0; big > 0 && number % big == 0 && takes && sent < bigBytes; sent += block.size())
+                takes = send(peer, block.data(), block.size(), MSG_NOSIGNAL) > 0;
+        }
+    }
+
+    test::BoundPort bound_;
+    pid_t child_ = 0;
+};
+
+std::string UrlOf(std::uint16_t port) { return "http://127.0.0.1:" + std::to_string(port) + "/"; }
+
+// The least that a check of one link can do: connect, ask, read once, drop.
+void BareCheck(std::uint16_t port) {
+    constexpr std::string_view request =
+        "GET / HTTP/1.0\r\nHost: 127.0.0.1\r\nUser-Agent: Tarnwick v.3.00\r\nAccept: *.*, */*\r\n\r\n";
+    const test::Descriptor socket = test::TcpSocket();
+    test::DropAtClose(socket);
+    std::array<char, 16364> reply; // NOLINT: filled by recv()
+    if (!test::ConnectTo(socket, port) || send(socket, request.data(), request.size(), MSG_NOSIGNAL) <= 0 ||
+        recv(socket, reply.data(), reply.size(), 0) <= 0)
+        throw std::runtime_error("the bare loop gets no reply");
+}
+
+// From the main window through a whole check of the root and its folders: returns when it has ended.
+void Check(Program& program) {
+    constexpr int rootNode = 2;
+    if (!Form3.IsLoaded())
+        Form3.Show();
+    program.Press(*Form3, Form3->Command1);
+    program.Press(*Form4, Form4->Command1);
+    if (Form4->Tree1.NodeCheck(rootNode) == 0) {
+        Form4->Tree1.SetNodeCheck(rootNode, 1);
+        Form4->Raise(Form4->Tree1.Check, rootNode, 1);
+    }
+    program.Press(*Form4, Form4->Command1);
+}
+
+// The same and back to the main window.
+void CheckGood(Program& program) {
+    Check(program);
+    if (Form4->Command1.Caption != "&Finish")
+        throw std::runtime_error("a check ended with findings");
+    program.Press(*Form4, Form4->Command1);
+}
+
+void MeasureLinks(Program& program, double wallLimit, double processorLimit) {
+    constexpr int links = 2000;
+    const Server server;
+    const FavoritesFolder favorites(links, false, [&](int) { return UrlOf(server.Port()); });
+    CheckGood(program); // loads the windows
+    const auto [own, floor] = MeasureInTurn(
+        11, [&] { CheckGood(program); },
+        [&] {
+            for (int link = 0; link < links; ++link)
+                BareCheck(server.Port());
+        });
+    Title("Links, " + program.Name + ": 2,000 on loopback beside socket, linger, connect, send, read, close");
+    Show("floor, wall time a link", floor.Wall / links * 1e6, "us");
+    AtMost("wall time beside the floor", own.Wall / floor.Wall, wallLimit, "times");
+    AtMost("processor time beside the floor", own.Processor / floor.Processor, processorLimit, "times");
+}
+
+// A check whose every link leads to `url`, with this time-out in seconds.
+Cost MeasureCheck(Program& program, int links, const std::string& url, int timeout) {
+    const FavoritesFolder favorites(links, false, [&](int) { return url; });
+    program.Machine.Settings.Values["Timeout"] = std::to_string(timeout);
+    const Cost cost = Measure([&] { Check(program); });
+    Form4->Unload(); // the next load takes the next time-out
+    return cost;
+}
+
+void MeasureWaiting(Program& program) {
+    constexpr int links = 10;
+    std::vector<double> accepted;
+    test::TestServer silent([&accepted](test::Connection& peer) {
+        accepted.push_back(WallSeconds());
+        peer.WaitForHangup(-1);
+    });
+    const test::BoundPort nobody;
+    const std::string refusing = UrlOf(nobody.Port);
+    const std::string waiting = UrlOf(silent.Port());
+    Title("Silence, " + program.Name);
+    MeasureCheck(program, 1, refusing, 1); // the first one loads fonts and the like
+    const Cost refused = MeasureCheck(program, 1, refusing, 1);
+    const Cost waited = MeasureCheck(program, 1, waiting, 10);
+    AtMost("processor time of 10 s of silence beyond a refused link",
+           std::max(0.0, waited.Processor - refused.Processor) * 1e3, 3, "ms");
+    // The timers of the program: the clock on the window each second, and the time-out.
+    AtMost("wake-ups in 10 s of silence beyond a refused link", waited.Sleeps - refused.Sleeps, 11, "");
+
+    accepted.clear();
+    MeasureCheck(program, links, waiting, 1);
+    accepted.push_back(WallSeconds());
+    double most = 0;
+    for (std::size_t link = 1; link < accepted.size(); ++link)
+        most = std::max(most, accepted[link] - accepted[link - 1] - 1);
+    AtMost("time-out of 1 s overshot, the most of 10", most * 1e3, 20, "ms");
+}
+
+// One stop of a check that waits for a silent server: seconds from the click to the end text on the screen.
+double StopOnce(Program& program) {
+    const int socketsAtRest = test::OpenSockets();
+    double clicked = 0;
+    program.EachPass = [&] {
+        if (clicked != 0 || Form4->Label8.Caption != "Checking document...")
+            return;
+        clicked = WallSeconds();
+        program.Press(*Form4, Form4->Command1);
+    };
+    Check(program);
+    program.Draw(*Form4);
+    const double stopped = WallSeconds();
+    program.EachPass = nullptr;
+    if (Form4->Label11.Caption.find("interrupted") == std::string::npos || test::OpenSockets() > socketsAtRest)
+        throw std::runtime_error("a stop leaves something open");
+    program.Press(*Form4, Form4->Command1);
+    return stopped - clicked;
+}
+
+} // namespace
+
+void Links() {
+    Program program;
+    MeasureLinks(program, 1.15, 1.3);
+}
+void LinksOnQt() { MeasureLinks(*OnQt(), 1.25, 1.5); }
+void Silence() {
+    Program program;
+    MeasureWaiting(program);
+}
+void SilenceOnQt() { MeasureWaiting(*OnQt()); }
+
+void LinksMemory() {
+    Program program;
+    const Server server(100);
+    const FavoritesFolder favorites(1000, false, [&](int) { return UrlOf(server.Port()); });
+    CheckGood(program);
+    const double first = ResidentKiB();
+    for (int run = 1; run < 30; ++run)
+        CheckGood(program);
+    Title("Memory: 30,000 links, a reply of 50 MB every 100 links");
+    Show("resident after 1,000 links", first, "KiB");
+    AtMost("more after 30,000", ResidentKiB() - first, 1024, "KiB");
+}
+
+void Stop() {
+    const auto program = OnQt();
+    // The listener alone: its queue takes the connections, and nobody ever answers.
+    const test::BoundPort silent;
+    listen(silent.Socket, 400);
+    const FavoritesFolder favorites(1, false, [&](int) { return UrlOf(silent.Port); });
+    std::vector<double> seconds;
+    for (int stop = 0; stop < 200; ++stop)
+        seconds.push_back(StopOnce(*program));
+    Title("Stop, Qt: from the click to no open socket and the end text on the screen, 200 times");
+    Show("median", Percentile(seconds, 50) * 1e3, "ms");
+    AtMost("99th percentile", Percentile(seconds, 99) * 1e3, 50, "ms");
+}
+
+void Walk() {
+    constexpr int shortcuts = 30000;
+    Program program;
+    const FavoritesFolder favorites(shortcuts, true,
+                                    [](int number) { return "ftp://files.example/" + std::to_string(number); });
+    const auto [own, floor] = MeasureInTurn(
+        5, [&] { CheckGood(program); }, [&] { favorites.ReadAll(); });
+    Title("Walk, headless: 30,000 shortcuts whose links are passed over beside open, read, close");
+    Show("floor, a file", floor.Wall / shortcuts * 1e6, "us");
+    AtLeast("speed beside the floor's", floor.Wall / own.Wall, 0.8, "times");
+}
+
+} // namespace tarnwick::bench
