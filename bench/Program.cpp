@@ -18,19 +18,14 @@ namespace {
 class WatchedWindows : public QtWindows {
 public:
     WatchedWindows(test::PosixMachine& machine) : QtWindows(machine.Loop, machine.Sockets), events_(machine.Events) {}
-    void PumpEvents() override {
-        QtWindows::PumpEvents();
-        Look();
-    }
-    void WaitForEvents() override {
-        QtWindows::WaitForEvents();
-        Look();
-    }
+    bool PumpEvents() override { return Look(QtWindows::PumpEvents()); }
+    bool WaitForEvents() override { return Look(QtWindows::WaitForEvents()); }
 
 private:
-    void Look() const {
+    bool Look(bool goesOn) const {
         if (events_.EachPass)
             events_.EachPass();
+        return goesOn;
     }
 
     test::WatchedEvents& events_;
