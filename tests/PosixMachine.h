@@ -51,12 +51,12 @@ private:
 };
 
 // In use for as long as the object lives. The Favorites folder is the one of the environment (TemporaryHome).
-struct PosixMachine {
+template <class SettingsKind> struct PosixMachineWith {
     PosixClock Clock;
     MessageLoop Loop{Clock};
     PosixFiles Files;
     PosixShortcuts Shortcuts;
-    MemorySettings Settings;
+    SettingsKind Settings;
     PosixSockets Sockets{Loop};
     WatchedEvents Events{Sockets};
     HeadlessWindows Windows{Loop, Events, Clock};
@@ -65,6 +65,6 @@ struct PosixMachine {
     ServicesInUse InUse{{Files, Shortcuts, Settings, Sockets, Windows, Clock, Shell, Text}};
 };
 
-inline void Press(Window& window, const Control& control) { window.Raise(control.Click); }
+using PosixMachine = PosixMachineWith<MemorySettings>;
 
 } // namespace tarnwick::test

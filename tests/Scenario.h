@@ -37,7 +37,8 @@ public:
         WaitUntil([] { return Form3.IsLoaded() && Form3->IsVisible(); });
     }
 
-    void CheckAvailability() {
+    // Leaves the report open if the run has found anything.
+    void RunAvailability() {
         Click(*Form3, Form3->Option1);
         Click(*Form3, Form3->Command1);
         Click(*Form4, Form4->Command1); // "&Go"
@@ -47,6 +48,10 @@ public:
         if (Form4->Command1.Caption == "&Start")
             return Input(*Form4).Close();
         Click(*Form4, Form4->Command1); // "&Report" or "&Finish"
+    }
+
+    void CheckAvailability() {
+        RunAvailability();
         if (!Form5.IsLoaded() || !Form5->IsVisible())
             return;
         Remove(*Form5, Form5->Grid1, "mnuBadRemove");
