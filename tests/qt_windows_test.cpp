@@ -1,5 +1,5 @@
 #include "platform/qt/QtLook.h"
-#include "qt_support.h"
+#include "qt_person.h"
 #include "window/Dialogs.h"
 
 #include <QAccessible>
@@ -26,6 +26,12 @@ int main(int count, char** arguments) {
     tarnwick::UseClassicLook(application);
     return RUN_ALL_TESTS();
 }
+
+namespace tarnwick::test {
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Qt, WindowContract, QtPerson);
+
+} // namespace tarnwick::test
 
 namespace tarnwick {
 

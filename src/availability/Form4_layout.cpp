@@ -67,6 +67,7 @@ void Form4Window::Layout() {
                            BottomButton(Command2, "Command2", 4815, 3240, "&About", 2),
                            BottomButton(Command1, "Command1", 5775, 3240, "&Go", 0, true),
                        });
+    Label11.Announced = true;
     Timers = {&Timer1, &Timer2};
     Timer1.SetInterval(12000);
     Timer2.SetInterval(1000);

@@ -49,6 +49,7 @@ void Form7Window::Layout() {
                            BottomButton(Command2, "Command2", 6120, 3210, "&About", 2),
                            BottomButton(Command1, "Command1", 7080, 3210, "&Start", 1, true),
                        });
+    Label1.Announced = Label3.Announced = true;
     Timers = {&Timer1};
     Timer1.SetInterval(300);
 }

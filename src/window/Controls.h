@@ -19,6 +19,7 @@ struct Rect {
     int Top = 0;
     int Width = 0;
     int Height = 0;
+    bool operator==(const Rect&) const = default;
 };
 
 // A colour by its role on the desktop, or a fixed one.
@@ -98,6 +99,7 @@ struct Label : Control {
     Label() : Control(ControlKind::Label) {}
     tarnwick::Alignment Alignment = tarnwick::Alignment::Left;
     bool WordWrap = false;
+    bool Announced = false; // a screen reader speaks its new texts, wherever the focus is
 };
 
 struct CommandButton : Control {

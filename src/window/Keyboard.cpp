@@ -51,6 +51,8 @@ KeyEffect EffectOf(const KeyPress& key, const Window& window, const Control* foc
         return {.Handled = true, .Focus = NextStop(window, focused, key.Shift)};
     case Key::Enter:
         return PressEnter(key, window, focused);
+    case Key::Space:
+        return {.Handled = key.Repeated && (focused == nullptr || focused->Kind != ControlKind::TextBox)};
     case Key::Left:
     case Key::Up:
         return MoveChoice(window, focused, true);

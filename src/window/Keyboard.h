@@ -9,7 +9,7 @@
 
 namespace tarnwick {
 
-enum class Key { Tab, Enter, Left, Right, Up, Down, Menu, Letter };
+enum class Key { Tab, Enter, Space, Left, Right, Up, Down, Menu, Letter };
 
 struct KeyPress {
     Key Which = Key::Letter;

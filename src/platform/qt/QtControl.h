@@ -1,10 +1,12 @@
 #pragma once
 
 #include "window/Controls.h"
+#include "window/ShownCaption.h"
 
 #include <QString>
 #include <QWidget>
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -20,19 +22,23 @@ public:
     QtControl(const QtControl&) = delete;
     QtControl& operator=(const QtControl&) = delete;
 
-    const Control& Model() const { return control_; }
+    Control& Model() const { return control_; }
     QWidget& Widget() const { return widget_; }
     // The widgets that input comes to: the widget itself, and the inner one of a view that scrolls.
     const std::vector<QWidget*>& Parts() const { return parts_; }
 
-    // Writes the fields that differ from what is shown.
-    void Sync();
+    // Writes the fields that differ from what is shown; a control that is not `shown` has no visible widget.
+    void Sync(bool shown);
+    // The caption that the user saw at `time`, in ms of the clock service.
+    const std::string& CaptionAt(std::int64_t time) const { return caption_.At(time); }
+    // The pop-up of a grid opens at its selected row.
+    virtual void OpenMenu() {}
     // The model's control goes; from now on it is not read any more.
     virtual void Detach() {}
 
 protected:
     // The widget belongs to its parent widget.
-    QtControl(const Control& control, QWidget& widget);
+    QtControl(Control& control, QWidget& widget);
 
     void AddPart(QWidget& part) { parts_.push_back(&part); }
 
@@ -46,7 +52,7 @@ protected:
 
 private:
     struct Looks {
-        QRect Place;
+        Rect Place;
         tarnwick::Font Font;
         Color ForeColor;
         Color BackColor;
@@ -55,14 +61,15 @@ private:
 
     void SyncLooks();
 
-    const Control& control_;
+    Control& control_;
     QWidget& widget_;
     std::vector<QWidget*> parts_;
     std::optional<Looks> looks_; // as shown; nothing before the first time
-    std::optional<std::string> caption_;
+    ShownCaption caption_;
+    bool captionShown_ = false;
 };
 
-// Builds the widget of any control as the top one of `parent`; it raises the control's handlers through `window`.
+// Builds the widget of any control as the top one of `parent`; what the user does to it comes to `window`.
 std::unique_ptr<QtControl> MakeQtControl(Control& control, QWidget& parent, QtWindow& window);
 
 } // namespace tarnwick

@@ -2,12 +2,14 @@
 
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtWindow.h"
+#include "window/Text.h"
 
-#include <QContextMenuEvent>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QScrollBar>
+#include <QStyle>
+#include <QToolTip>
 
 #include <algorithm>
 
@@ -33,31 +35,35 @@ int ShiftState(Qt::KeyboardModifiers keys) {
 
 QVariant QtGridRows::data(const QModelIndex& index, int role) const {
     if (role == Qt::DisplayRole && grid_ != nullptr)
-        return SingleLineOf(grid_->CellText(index.row() + 1, index.column() + 1));
+        return SingleLineOf(grid_->CellText(index.row() + 1, NumberOf(index.column())));
     if (role == Qt::TextAlignmentRole)
         return QVariant::fromValue<Qt::Alignment>(Qt::AlignLeft | Qt::AlignVCenter);
     return {};
 }
 
 QVariant QtGridRows::headerData(int section, Qt::Orientation orientation, int role) const {
-    if (orientation != Qt::Horizontal || grid_ == nullptr || section >= columns_)
+    if (orientation != Qt::Horizontal || grid_ == nullptr || section >= columnCount())
         return {};
     if (role == Qt::DisplayRole)
-        return SingleLineOf(grid_->Columns()[static_cast<std::size_t>(section)].Header);
+        return SingleLineOf(grid_->Columns()[static_cast<std::size_t>(NumberOf(section) - 1)].Header);
     if (role == Qt::TextAlignmentRole)
         return QVariant::fromValue<Qt::Alignment>(Qt::AlignLeft | Qt::AlignVCenter);
     return {};
 }
 
-// Which rows have come, gone or moved is not known and does not matter: the views hold no texts. They are told of the
-// rows that there are more or fewer, at the end, and to draw all anew.
+// Which rows have come, gone or moved is not known and does not matter: the views hold no texts. They hear of the rows
+// that there are more or fewer, at the end, and draw all anew.
 bool QtGridRows::Follow() {
     const int rows = grid_->RowCount();
     const int columns = static_cast<int>(grid_->Columns().size());
-    if (columns != columns_) {
+    if (columns != allColumns_) {
         beginResetModel();
         rows_ = rows;
-        columns_ = columns;
+        allColumns_ = columns;
+        numbers_.clear();
+        for (int number = 1; number <= columns; ++number)
+            if (grid_->Columns()[static_cast<std::size_t>(number - 1)].Visible)
+                numbers_.push_back(number);
         endResetModel();
         return true;
     }
@@ -70,8 +76,8 @@ bool QtGridRows::Follow() {
         rows_ = rows;
         endRemoveRows();
     }
-    if (rows_ > 0 && columns_ > 0)
-        emit dataChanged(index(0, 0), index(rows_ - 1, columns_ - 1));
+    if (rows_ > 0 && columnCount() > 0)
+        emit dataChanged(index(0, 0), index(rows_ - 1, columnCount() - 1));
     return false;
 }
 
@@ -92,15 +98,31 @@ public:
         horizontalHeader()->setMinimumSectionSize(1);
         horizontalHeader()->setHighlightSections(false);
         horizontalHeader()->setSectionsClickable(true);
+        horizontalHeader()->setFocusPolicy(Qt::NoFocus);
+    }
+
+    // Opens the menu where its row is, for the mouse may be anywhere.
+    void OpenMenu() {
+        QPoint place = viewport()->rect().topLeft();
+        if (const QModelIndexList rows = selectionModel()->selectedRows(); !rows.isEmpty()) {
+            scrollTo(rows.first());
+            place = visualRect(rows.first()).bottomLeft();
+        }
+        PassButton(viewport()->mapToGlobal(place), RightButton, Qt::NoModifier, viewport()->mapToParent(place));
+    }
+
+    void keyboardSearch(const QString& text) override {
+        window_.Pass([&](Input& input) { input.SelectByText(grid_, FromQt(text)); });
     }
 
 protected:
-    // The right button leaves the selection alone.
+    // Only the left button changes the selection, and only on a row.
     void mousePressEvent(QMouseEvent* event) override {
-        if (event->button() == Qt::LeftButton)
+        const QPoint place = event->position().toPoint();
+        if (event->button() == Qt::LeftButton && indexAt(place).isValid())
             QTableView::mousePressEvent(event);
-        const QPoint place = viewport()->mapToParent(event->position().toPoint());
-        RaiseButton(event->globalPosition().toPoint(), ButtonNumber(event->button()), event->modifiers(), place);
+        PassButton(event->globalPosition().toPoint(), ButtonNumber(event->button()), event->modifiers(),
+                   viewport()->mapToParent(place));
     }
     void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
     void mouseMoveEvent(QMouseEvent* event) override {
@@ -108,38 +130,43 @@ protected:
             QTableView::mouseMoveEvent(event);
     }
 
-    void keyPressEvent(QKeyEvent* event) override {
-        const bool menuKey = event->key() == Qt::Key_Menu ||
-                             (event->key() == Qt::Key_F10 && event->modifiers().testFlag(Qt::ShiftModifier));
-        if (menuKey)
-            RaiseMenuKey();
-        else if (!SelectFirst(*event))
-            QTableView::keyPressEvent(event);
-    }
-
-private:
-    void RaiseButton(QPoint onScreen, int button, Qt::KeyboardModifiers keys, QPoint place) {
-        if (window_.Takes(grid_))
-            window_.RaiseAt(onScreen, grid_.MouseButton, button, ShiftState(keys), place.x(), place.y());
-    }
-
-    // Opens the menu where its row is, for the mouse may be anywhere.
-    void RaiseMenuKey() {
-        QPoint place = viewport()->rect().topLeft();
-        if (const QModelIndexList rows = selectionModel()->selectedRows(); !rows.isEmpty()) {
-            scrollTo(rows.first());
-            place = visualRect(rows.first()).bottomLeft();
-        }
-        RaiseButton(viewport()->mapToGlobal(place), RightButton, Qt::NoModifier, viewport()->mapToParent(place));
+    // A row is selected whole: Home and End go by rows.
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers keys) override {
+        const bool byRow = action == MoveHome || action == MoveEnd;
+        return QTableView::moveCursor(action, byRow ? keys | Qt::ControlModifier : keys);
     }
 
     // With no row selected an arrow key selects the row that the keyboard is at, not the one beside it.
-    bool SelectFirst(const QKeyEvent& event) {
-        const bool arrow = event.key() == Qt::Key_Down || event.key() == Qt::Key_Up;
-        if (!arrow || selectionModel()->hasSelection() || model()->rowCount() == 0)
-            return false;
-        setCurrentIndex(currentIndex().isValid() ? currentIndex() : model()->index(0, 0));
+    void keyPressEvent(QKeyEvent* event) override {
+        const bool arrow = event->key() == Qt::Key_Down || event->key() == Qt::Key_Up;
+        if (arrow && !selectionModel()->hasSelection() && model()->rowCount() > 0)
+            setCurrentIndex(currentIndex().isValid() ? currentIndex() : model()->index(0, 0));
+        else
+            QTableView::keyPressEvent(event);
+    }
+
+    bool viewportEvent(QEvent* event) override {
+        if (event->type() != QEvent::ToolTip)
+            return QTableView::viewportEvent(event);
+        const auto& help = static_cast<const QHelpEvent&>(*event);
+        QToolTip::showText(help.globalPos(), TipFor(indexAt(help.pos())), viewport());
         return true;
+    }
+
+private:
+    void PassButton(QPoint onScreen, int button, Qt::KeyboardModifiers keys, QPoint place) {
+        window_.PassAt(onScreen,
+                       [&](Input& input) { input.PressGrid(grid_, button, ShiftState(keys), place.x(), place.y()); });
+    }
+
+    // A text that its cell cuts off.
+    QString TipFor(const QModelIndex& cell) const {
+        constexpr std::size_t Longest = 1000; // characters
+        const QString text = cell.data().toString();
+        const int margins = 2 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1);
+        if (!cell.isValid() || fontMetrics().horizontalAdvance(text) + margins < columnWidth(cell.column()))
+            return {};
+        return LiteralToolTip(Shortened(FromQt(text), Longest));
     }
 
     GridControl& grid_;
@@ -150,12 +177,12 @@ QtGrid::QtGrid(GridControl& grid, QWidget& parent, QtWindow& window)
     : QtControl(grid, *new QtGridView(grid, parent, window)), grid_(grid), window_(window),
       view_(static_cast<QtGridView&>(Widget())), rows_(*new QtGridRows(grid, &view_)) {
     AddPart(*view_.viewport());
+    AddPart(*view_.horizontalHeader()->viewport());
     view_.setModel(&rows_);
     QObject::connect(view_.selectionModel(), &QItemSelectionModel::selectionChanged, &window,
                      [this] { TakeSelection(); });
-    QObject::connect(view_.horizontalHeader(), &QHeaderView::sectionClicked, &window, [this](int column) {
-        if (window_.Takes(grid_))
-            window_.Raise(grid_.HeaderClick, column + 1);
+    QObject::connect(view_.horizontalHeader(), &QHeaderView::sectionClicked, &window, [this](int section) {
+        window_.Pass([&](Input& input) { input.ClickHeader(grid_, rows_.NumberOf(section)); });
     });
 }
 
@@ -173,14 +200,11 @@ void QtGrid::SyncKind() {
     writing_ = false;
 }
 
+void QtGrid::OpenMenu() { view_.OpenMenu(); }
+
 void QtGrid::ShowColumns() {
-    int number = 0;
-    for (const Grid::Column& column : grid_.Columns()) {
-        view_.setColumnHidden(number, !column.Visible);
-        if (column.Visible)
-            view_.setColumnWidth(number, column.Width);
-        ++number;
-    }
+    for (int section = 0; section < rows_.columnCount(); ++section)
+        view_.setColumnWidth(section, grid_.Columns()[static_cast<std::size_t>(rows_.NumberOf(section) - 1)].Width);
 }
 
 void QtGrid::ShowColors() const {
@@ -199,10 +223,11 @@ void QtGrid::ShowSelection() {
 }
 
 void QtGrid::TakeSelection() {
-    if (writing_ || !window_.Takes(grid_))
+    if (writing_)
         return;
     const QModelIndexList rows = view_.selectionModel()->selectedRows();
-    grid_.SelectedRow = rows.isEmpty() ? 0 : rows.first().row() + 1;
+    const int row = rows.isEmpty() ? 0 : rows.first().row() + 1;
+    window_.Pass([&](Input& input) { input.Select(grid_, row); });
 }
 
 } // namespace tarnwick

@@ -6,6 +6,7 @@
 #include <QTableView>
 
 #include <cstdint>
+#include <vector>
 
 namespace tarnwick {
 
@@ -15,7 +16,9 @@ public:
     explicit QtGridRows(const Grid& grid, QObject* parent) : QAbstractTableModel(parent), grid_(&grid) {}
 
     int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : rows_; }
-    int columnCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : columns_; }
+    int columnCount(const QModelIndex& parent = {}) const override {
+        return parent.isValid() ? 0 : static_cast<int>(numbers_.size());
+    }
     QVariant data(const QModelIndex& index, int role) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
@@ -23,10 +26,14 @@ public:
     bool Follow();
     void Detach() { grid_ = nullptr; }
 
+    // The number in the grid of a column of the views, which have the visible ones alone.
+    int NumberOf(int section) const { return numbers_[static_cast<std::size_t>(section)]; }
+
 private:
     const Grid* grid_;
-    int rows_ = 0; // as told to the views
-    int columns_ = 0;
+    int rows_ = 0; // as the views know them
+    int allColumns_ = 0;
+    std::vector<int> numbers_;
 };
 
 class QtGridView;
@@ -34,6 +41,7 @@ class QtGridView;
 class QtGrid : public QtControl {
 public:
     QtGrid(GridControl& grid, QWidget& parent, QtWindow& window);
+    void OpenMenu() override;
     void Detach() override { rows_.Detach(); }
 
 protected:
@@ -52,7 +60,7 @@ private:
     QtGridRows& rows_;
     std::uint64_t shown_ = 0;
     bool anythingShown_ = false;
-    bool writing_ = false; // what the view tells now is the echo of our own writing
+    bool writing_ = false; // a change of the selection is our own
 };
 
 } // namespace tarnwick

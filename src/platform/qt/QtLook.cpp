@@ -131,6 +131,8 @@ QFont FontOf(const Font& font) {
 
 int PixelsOf(int twips) { return (twips + TwipsPerPixel / 2) / TwipsPerPixel; }
 
+int TwipsOf(int pixels) { return pixels * TwipsPerPixel; }
+
 QRect PixelsOf(const Rect& place) {
     return {QPoint(PixelsOf(place.Left), PixelsOf(place.Top)), QSize(PixelsOf(place.Width), PixelsOf(place.Height))};
 }

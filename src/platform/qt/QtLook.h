@@ -24,6 +24,7 @@ QFont FontOf(const Font& font);
 
 // Twips to pixels at 96 dots per inch; the display's scale is Qt's business.
 int PixelsOf(int twips);
+int TwipsOf(int pixels);
 QRect PixelsOf(const Rect& place);
 
 // A picture's name is its resource's; null when there is none.

@@ -10,15 +10,6 @@
 
 namespace tarnwick {
 
-namespace {
-
-// A busy program brings its windows in line about as often as a screen shows it, and spends at most a tenth of its time
-// on that.
-constexpr std::int64_t MsBetweenSyncs = 16;
-constexpr std::int64_t TimesSyncCost = 10;
-
-} // namespace
-
 QtPump::QtPump(MessageLoop& loop, EventSource& source, int descriptor, std::function<void()> sync)
     : loop_(loop), source_(source), sync_(std::move(sync)), notifier_(descriptor, QSocketNotifier::Read) {
     clock_.start();
@@ -38,7 +29,7 @@ bool QtPump::PumpEvents() {
     return !ended_;
 }
 
-// Painting and the windows' bringing in line are no events that a caller waits for: the sleep goes on behind them.
+// Painting and the windows' bringing in line are no events that a caller waits for: the sleep goes on after them.
 bool QtPump::WaitForEvents() {
     if (ended_)
         return false;
@@ -63,10 +54,11 @@ void QtPump::PaintUntil(const std::function<bool(std::int64_t)>& isDone, std::in
     SyncNow();
     do
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);
-    while (!isDone(std::clamp<std::int64_t>(end - clock_.elapsed(), 0, MsBetweenSyncs)) && clock_.elapsed() < end);
+    while (!isDone(std::clamp<std::int64_t>(end - clock_.elapsed(), 0, Pace::Shortest)) && clock_.elapsed() < end);
     painting_ = false;
     pumping_ = pumping;
     Arm();
+    emit Painted();
 }
 
 void QtPump::RunNested(const std::function<void()>& body) {
@@ -80,8 +72,8 @@ void QtPump::RunNested(const std::function<void()>& body) {
 }
 
 void QtPump::Changed() {
-    const std::int64_t wait = nextSyncAt_ - clock_.elapsed();
-    if (wait <= 0)
+    const std::int64_t wait = pace_.Wait(clock_.elapsed());
+    if (wait == 0)
         SyncNow();
     else if (syncTimer_ == 0)
         syncTimer_ = startTimer(static_cast<int>(wait), Qt::PreciseTimer);
@@ -94,8 +86,7 @@ void QtPump::SyncNow() {
     syncing_ = true;
     const std::int64_t start = clock_.elapsed();
     sync_();
-    const std::int64_t end = clock_.elapsed();
-    nextSyncAt_ = end + std::max(MsBetweenSyncs, TimesSyncCost * (end - start));
+    pace_.Done(start, clock_.elapsed());
     syncing_ = false;
 }
 

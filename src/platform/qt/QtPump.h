@@ -5,6 +5,7 @@
 // pumps.
 
 #include "window/MessageLoop.h"
+#include "window/Pace.h"
 
 #include <QElapsedTimer>
 #include <QObject>
@@ -16,6 +17,8 @@
 namespace tarnwick {
 
 class QtPump : public QObject {
+    Q_OBJECT
+
 public:
     // `descriptor` becomes readable when `source` has something to collect. `sync` brings the real windows in line with
     // the model.
@@ -42,10 +45,13 @@ public:
     // No handler is on the stack.
     bool Idle() const { return handlers_ == 0; }
 
-    // Stands around every handler that a loop of Qt runs.
+    // Is around every handler that a loop of Qt runs.
     class HandlerScope {
     public:
-        explicit HandlerScope(QtPump& pump) : pump_(pump) { ++pump_.handlers_; }
+        explicit HandlerScope(QtPump& pump) : pump_(pump) {
+            if (pump_.handlers_++ == 0)
+                pump_.pace_.Begin();
+        }
         ~HandlerScope() { pump_.LeaveHandler(); }
         HandlerScope(const HandlerScope&) = delete;
         HandlerScope& operator=(const HandlerScope&) = delete;
@@ -53,6 +59,10 @@ public:
     private:
         QtPump& pump_;
     };
+
+signals:
+    // The time in which no handler may run is over.
+    void Painted();
 
 protected:
     void timerEvent(QTimerEvent* event) override;
@@ -74,7 +84,7 @@ private:
     int wakeTimer_ = 0; // id of the Qt timer for the next tick, 0: none
     std::int64_t wakeAt_ = 0;
     int syncTimer_ = 0;
-    std::int64_t nextSyncAt_ = 0;
+    Pace pace_;
 
     int handlers_ = 0;      // on the stack
     bool pumping_ = false;  // Qt's events are being handled by a pump, which sees to the program's own itself

@@ -1,48 +1,19 @@
 #include "platform/qt/QtText.h"
 
+#include "window/Text.h"
+
 #include <QTextDocument>
 
 namespace tarnwick {
 
-namespace {
+QString LinesOf(std::string_view text) { return QString::fromStdString(ShownLines(text)); }
 
-bool IsControl(QChar character) {
-    switch (character.category()) {
-    case QChar::Other_Control:
-    case QChar::Separator_Line:
-    case QChar::Separator_Paragraph:
-        return true;
-    default:
-        return false;
-    }
-}
-
-} // namespace
-
-QString LinesOf(std::string_view text) {
-    QString lines = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-    for (qsizetype place = 0; place < lines.size(); ++place) {
-        if (!IsControl(lines[place]))
-            continue;
-        if (lines[place] == u'\r' && place + 1 < lines.size() && lines[place + 1] == u'\n')
-            lines.remove(place, 1);
-        else
-            lines[place] = u' ';
-    }
-    return lines;
-}
-
-QString SingleLineOf(std::string_view text) { return LinesOf(text).replace(u'\n', u' '); }
+QString SingleLineOf(std::string_view text) { return QString::fromStdString(ShownLine(text)); }
 
 QString LiteralCaption(QString line) { return line.replace(u'&', QStringLiteral("&&")); }
 
 QString LiteralTitle(std::string_view text) {
     return SingleLineOf(text).replace(QStringLiteral("[*]"), QStringLiteral("[*][*]"));
-}
-
-QString LiteralToolTip(std::string_view text) {
-    const QString lines = LinesOf(text);
-    return Qt::mightBeRichText(lines) ? Qt::convertFromPlainText(lines) : lines;
 }
 
 QString BreakableLinesOf(std::string_view text) {
@@ -61,6 +32,8 @@ QString BreakableLinesOf(std::string_view text) {
     }
     return broken;
 }
+
+QString LiteralToolTip(std::string_view text) { return Qt::convertFromPlainText(BreakableLinesOf(text)); }
 
 std::string FromQt(const QString& text) { return text.toStdString(); }
 

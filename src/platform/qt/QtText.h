@@ -10,7 +10,6 @@
 
 namespace tarnwick {
 
-// CR LF is a line break; any other control character becomes a blank. Bytes that are no UTF-8 show as U+FFFD.
 QString LinesOf(std::string_view text);
 // The text in one line.
 QString SingleLineOf(std::string_view text);
@@ -18,10 +17,10 @@ QString SingleLineOf(std::string_view text);
 QString LiteralCaption(QString line);
 // One line for a title, in which Qt would read "[*]" as a mark.
 QString LiteralTitle(std::string_view text);
-// Lines for a tool tip, which Qt would read as markup.
-QString LiteralToolTip(std::string_view text);
 // Lines that may be broken inside words that are too long for a window.
 QString BreakableLinesOf(std::string_view text);
+// Lines for a tool tip, which Qt would read as markup; long ones are broken.
+QString LiteralToolTip(std::string_view text);
 
 std::string FromQt(const QString& text);
 

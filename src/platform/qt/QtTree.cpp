@@ -74,15 +74,14 @@ void QtTree::ShowChecks() {
     }
 }
 
-void QtTree::TakeCheck(const QTreeWidgetItem& item) {
-    if (!window_.Takes(tree_))
-        return;
+// The box shows what the model makes of it.
+void QtTree::TakeCheck(QTreeWidgetItem& item) {
     const int index = item.data(0, NodeNumber).toInt();
-    const std::int32_t check = item.checkState(0) == Qt::Checked ? 1 : 0;
-    if (tree_.NodeCheck(index) == check) // the echo of our own writing
+    const Qt::CheckState before = StateOf(tree_.NodeCheck(index));
+    if (item.checkState(0) == before) // our own writing
         return;
-    tree_.SetNodeCheck(index, check);
-    window_.Raise(tree_.Check, index, check);
+    item.setCheckState(0, before);
+    window_.Pass([&](Input& input) { input.Tick(tree_, index); });
 }
 
 } // namespace tarnwick

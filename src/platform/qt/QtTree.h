@@ -20,7 +20,7 @@ protected:
 private:
     void BuildNodes();
     void ShowChecks();
-    void TakeCheck(const QTreeWidgetItem& item);
+    void TakeCheck(QTreeWidgetItem& item);
 
     TreeControl& tree_;
     QtWindow& window_;

@@ -1,8 +1,12 @@
 #include "platform/qt/QtWindow.h"
 
 #include "platform/qt/QtControl.h"
+#include "platform/qt/QtEventTime.h"
+#include "platform/qt/QtKeyboard.h"
 #include "platform/qt/QtLook.h"
 #include "platform/qt/QtText.h"
+#include "window/Keyboard.h"
+#include "window/Reach.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -39,53 +43,37 @@ Qt::WindowFlags FlagsOf(const Window& window) {
     return flags;
 }
 
+bool FollowsMouse(const Window& window) {
+    return window.MouseMove || std::ranges::any_of(window.Controls, [](const Control* control) {
+               return static_cast<bool>(control->MouseMove);
+           });
+}
+
 } // namespace
 
 QtWindow::QtWindow(Window& window, QtPump& pump)
-    : QDialog(nullptr, FlagsOf(window)), window_(&window), pump_(pump), options_(this) {
-    BuildFrame();
+    : QDialog(nullptr, FlagsOf(window)), window_(&window), pump_(pump), input_(window) {
+    setObjectName(SingleLineOf(window.Name));
+    setFixedSize(PixelsOf(window.ClientWidth), PixelsOf(window.ClientHeight));
+    setMouseTracking(FollowsMouse(window));
     BuildControls();
-    SetTabOrder();
+    connect(
+        &pump, &QtPump::Painted, this, [this] { HandleLateClose(); }, Qt::QueuedConnection);
 }
 
 // The widgets go first: what they signal on their way out still finds the objects that listen.
 QtWindow::~QtWindow() { qDeleteAll(findChildren<QWidget*>(Qt::FindDirectChildrenOnly)); }
-
-void QtWindow::BuildFrame() {
-    setObjectName(SingleLineOf(window_->Name));
-    setWindowTitle(LiteralTitle(window_->Title));
-    if (!window_->Icon.empty())
-        setWindowIcon(IconOf(window_->Icon));
-    setFixedSize(PixelsOf(window_->ClientWidth), PixelsOf(window_->ClientHeight));
-    QPalette colors = palette();
-    colors.setColor(QPalette::Window, ColorOf(window_->BackColor, ColorRole::ButtonFace));
-    setPalette(colors);
-    setMouseTracking(static_cast<bool>(window_->MouseMove));
-}
 
 void QtWindow::BuildControls() {
     for (Control* control : window_->Controls) {
         const QtControl* container = Find(control->Container);
         QWidget& parent = container != nullptr ? container->Widget() : *this;
         controls_.push_back(MakeQtControl(*control, parent, *this));
-        for (QWidget* part : controls_.back()->Parts())
+        for (QWidget* part : controls_.back()->Parts()) {
+            part->setMouseTracking(hasMouseTracking());
             part->installEventFilter(this);
+        }
     }
-}
-
-void QtWindow::SetTabOrder() {
-    std::vector<const QtControl*> reached;
-    for (const auto& control : controls_) {
-        if (control->Model().TabIndex >= 0)
-            reached.push_back(control.get());
-        else if (control->Widget().focusPolicy() != Qt::NoFocus)
-            control->Widget().setFocusPolicy(Qt::ClickFocus);
-    }
-    std::ranges::stable_sort(reached, {}, [](const QtControl* control) { return control->Model().TabIndex; });
-    for (std::size_t place = 1; place < reached.size(); ++place)
-        QWidget::setTabOrder(&reached[place - 1]->Widget(), &reached[place]->Widget());
-    if (!reached.empty())
-        reached.front()->Widget().setFocus();
 }
 
 QtControl* QtWindow::Find(const QObject* widget) const {
@@ -104,20 +92,52 @@ QtControl* QtWindow::Find(const Control* control) const {
 void QtWindow::Sync() {
     if (window_ == nullptr)
         return;
+    const QtControl* focused = Find(focusWidget()); // a widget that is hidden loses the focus
+    SyncFrame();
     for (const auto& control : controls_)
-        control->Sync();
-    if (shownFocus_ != window_->FocusRevision) {
-        shownFocus_ = window_->FocusRevision;
-        if (const QtControl* control = Find(window_->FocusRequest); control != nullptr)
-            control->Widget().setFocus();
+        control->Sync(IsShown(*window_, control->Model()));
+    SyncFocus(focused == nullptr ? nullptr : &focused->Model());
+}
+
+void QtWindow::SyncFrame() {
+    const bool first = !frame_;
+    Frame& shown = first ? frame_.emplace() : *frame_;
+    if (first || shown.Title != window_->Title) {
+        shown.Title = window_->Title;
+        setWindowTitle(LiteralTitle(shown.Title));
+    }
+    if (shown.Icon != window_->Icon) {
+        shown.Icon = window_->Icon;
+        setWindowIcon(IconOf(shown.Icon));
+    }
+    if (first || shown.BackColor != window_->BackColor) {
+        shown.BackColor = window_->BackColor;
+        QPalette colors = palette();
+        colors.setColor(QPalette::Window, ColorOf(shown.BackColor, ColorRole::ButtonFace));
+        setPalette(colors);
+    }
+    if (shown.Edge != window_->Edge) {
+        shown.Edge = window_->Edge;
+        update();
+    }
+}
+
+void QtWindow::SyncFocus(const Control* last) {
+    const bool asked = shownFocus_ != window_->FocusRevision;
+    shownFocus_ = window_->FocusRevision;
+    const QtControl* wanted = Find(FocusAfter(*window_, asked ? window_->FocusRequest : last));
+    if (wanted == nullptr) {
+        if (focusWidget() != nullptr)
+            focusWidget()->clearFocus();
+    } else if (focusWidget() != &wanted->Widget()) {
+        wanted->Widget().setFocus();
     }
 }
 
 void QtWindow::ShowInFront() {
     if (!placed_) {
         placed_ = true;
-        const QRect desktop = screen()->availableGeometry();
-        move(desktop.center() - rect().center());
+        Centre();
     }
     // What stays out of the task bar lies over the window that has called it.
     if (const QWidget* caller = QApplication::activeWindow(); caller != nullptr && caller != this && isModal()) {
@@ -127,6 +147,15 @@ void QtWindow::ShowInFront() {
     show();
     raise();
     activateWindow();
+}
+
+// Its frame belongs to the window, but is known only once it shows.
+void QtWindow::Centre() {
+    const QMargins frame = windowHandle() == nullptr ? QMargins() : windowHandle()->frameMargins();
+    QRect whole = rect().marginsAdded(frame);
+    whole.moveCenter(screen()->availableGeometry().center());
+    place_ = whole.topLeft();
+    move(*place_);
 }
 
 void QtWindow::Detach() {
@@ -139,73 +168,129 @@ void QtWindow::Detach() {
 
 QPoint QtWindow::MenuPlace() const { return menuPlace_.value_or(QCursor::pos()); }
 
-void QtWindow::ChooseOption(const Control& chosen) {
-    if (!Takes(chosen))
-        return;
-    for (Control* control : window_->Controls)
-        if (control->Kind == ControlKind::OptionButton)
-            static_cast<OptionButton*>(control)->Value = control == &chosen;
-    Raise(chosen.Click);
+const std::string& QtWindow::SeenCaption(const QtControl& control) {
+    return control.CaptionAt(std::exchange(inputAt_, {}).value_or(services().Clock.Now()));
+}
+
+void QtWindow::Press(const QtControl& control) {
+    Pass([&](Input& input) { input.Press(control.Model(), SeenCaption(control)); });
+}
+
+void QtWindow::Click(const QtControl& control) {
+    Pass([&](Input& input) { input.Click(control.Model(), SeenCaption(control)); });
+}
+
+void QtWindow::PressAndClick(const QtControl& control) {
+    const std::string seen = SeenCaption(control);
+    Pass([&](Input& input) {
+        input.Press(control.Model(), seen);
+        input.Click(control.Model(), seen);
+    });
+}
+
+void QtWindow::PressForReader(const QWidget& widget) {
+    inputAt_.reset();
+    if (const QtControl* control = Find(&widget); control != nullptr)
+        PressAndClick(*control);
+}
+
+// The model is asked about what the user saw, and the widget meets what the model says now.
+void QtWindow::BeforeInput(const QEvent& event) {
+    inputAt_ = TimeOf(event);
+    pump_.BeforeInput();
 }
 
 // All input of all controls comes by here first.
 bool QtWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (window_ == nullptr)
+        return false;
     switch (event->type()) {
     case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonRelease:
     case QEvent::MouseButtonDblClick:
-    case QEvent::KeyPress:
-    case QEvent::Shortcut:
-        pump_.BeforeInput();
-        break;
+    case QEvent::MouseButtonRelease:
+        BeforeInput(*event);
+        if (window_ != nullptr && window_->TakesInput())
+            if (const QtControl* control = Find(watched); control != nullptr)
+                HandleMouse(*control, static_cast<const QMouseEvent&>(*event));
+        return false;
     case QEvent::MouseMove:
-        break;
+        MoveMouse(static_cast<const QMouseEvent&>(*event));
+        return false;
+    case QEvent::KeyPress:
+        BeforeInput(*event);
+        return HandleKey(static_cast<const QKeyEvent&>(*event));
     default:
         return false;
     }
-    if (const auto* mouse = dynamic_cast<QMouseEvent*>(event); mouse != nullptr && window_ != nullptr)
-        if (const QtControl* control = Find(watched); control != nullptr)
-            HandleMouse(control->Model(), control->Widget(), *mouse);
-    return false;
 }
 
-void QtWindow::HandleMouse(const Control& control, const QWidget& widget, const QMouseEvent& event) {
-    if (event.type() == QEvent::MouseMove) {
-        if (control.MouseMove)
-            Raise(control.MouseMove);
-    } else if (event.type() == QEvent::MouseButtonRelease && event.button() == Qt::LeftButton &&
-               control.Kind == ControlKind::Label && widget.rect().contains(event.position().toPoint())) {
-        Raise(control.Click);
-    }
+// A label is no button to Qt.
+void QtWindow::HandleMouse(const QtControl& control, const QMouseEvent& event) {
+    const bool label = control.Model().Kind == ControlKind::Label;
+    const bool inside = control.Widget().rect().contains(event.position().toPoint());
+    if (event.button() != Qt::LeftButton)
+        return;
+    if (label && event.type() != QEvent::MouseButtonRelease)
+        Press(control);
+    else if (event.type() == QEvent::MouseButtonRelease && (label || !inside))
+        Pass([&](Input& input) { input.Release(inside ? &control.Model() : nullptr); });
+}
+
+void QtWindow::MoveMouse(const QMouseEvent& event) {
+    if (window_ == nullptr || !hasMouseTracking())
+        return;
+    const QPoint place = mapFromGlobal(event.globalPosition().toPoint());
+    Pass([&](Input& input) { input.MoveMouse(TwipsOf(place.x()), TwipsOf(place.y())); });
+}
+
+bool QtWindow::HandleKey(const QKeyEvent& event) {
+    if (window_ == nullptr || !window_->TakesInput())
+        return true;
+    const std::optional<KeyPress> key = KeyPressOf(event);
+    const QtControl* focused = Find(focusWidget());
+    if (!key)
+        return false;
+    const KeyEffect effect = EffectOf(*key, *window_, focused == nullptr ? nullptr : &focused->Model());
+    if (const QtControl* next = Find(effect.Focus); next != nullptr)
+        next->Widget().setFocus(Qt::TabFocusReason);
+    if (const QtControl* pressed = Find(effect.Press); pressed != nullptr)
+        PressAndClick(*pressed);
+    else if (QtControl* grid = Find(effect.OpenMenu); grid != nullptr)
+        grid->OpenMenu();
+    return effect.Handled;
 }
 
 // The model decides what a click on the close box does.
 void QtWindow::closeEvent(QCloseEvent* event) {
     event->ignore();
-    if (window_ == nullptr || pump_.Closed())
-        return;
-    const QtPump::HandlerScope scope(pump_);
-    window_->Unload();
+    closeAsked_ = pump_.Closed();
+    Pass([](Input& input) { input.Close(); });
 }
 
-// A dialog of Qt's would close itself on Esc.
+// Asked for while no handler could run.
+void QtWindow::HandleLateClose() {
+    if (std::exchange(closeAsked_, false))
+        close();
+}
+
+// A key that no control has taken; a dialog of Qt's would close itself on Esc.
 void QtWindow::keyPressEvent(QKeyEvent* event) {
-    if (event->matches(QKeySequence::Cancel))
-        event->ignore();
-    else
-        QDialog::keyPressEvent(event);
+    BeforeInput(*event);
+    event->setAccepted(HandleKey(*event));
 }
 
-void QtWindow::mouseMoveEvent(QMouseEvent*) {
-    if (window_ != nullptr)
-        Raise(window_->MouseMove);
-}
+void QtWindow::mouseMoveEvent(QMouseEvent* event) { MoveMouse(*event); }
 
 void QtWindow::paintEvent(QPaintEvent*) {
-    if (window_ == nullptr || window_->Edge == 0)
+    if (place_ && !windowHandle()->frameMargins().isNull()) {
+        if (frameGeometry().topLeft() == *place_)
+            Centre();
+        place_.reset();
+    }
+    if (!frame_ || frame_->Edge == 0)
         return;
     QPainter painter(this);
-    PaintEdge(painter, rect(), window_->Edge);
+    PaintEdge(painter, rect(), frame_->Edge);
 }
 
 } // namespace tarnwick

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "platform/qt/QtPump.h"
+#include "window/Input.h"
 #include "window/Window.h"
 
-#include <QButtonGroup>
 #include <QDialog>
 
 #include <memory>
@@ -15,7 +15,7 @@ namespace tarnwick {
 
 class QtControl;
 
-// The real window of any window of the model, built from its fields; a dialog, for its way with default buttons.
+// The real window of any window of the model, built from its fields; a dialog, for its look of default buttons.
 class QtWindow : public QDialog {
     Q_OBJECT
 
@@ -24,34 +24,32 @@ public:
     ~QtWindow() override;
 
     bool Shows(const Window& window) const { return window_ == &window; }
-    // Input on this control counts: neither it nor the window has gone meanwhile.
-    bool Takes(const Control& control) const { return window_ != nullptr && control.Enabled && control.Visible; }
     // Brings the real window in line with the model.
     void Sync();
     void ShowInFront();
     // The model's window goes: nothing of it is read or raised any more.
     void Detach();
 
-    // Raises a handler of the window or of one of its controls.
-    template <class... Parameters, class... Arguments>
-    void Raise(const std::function<void(Parameters...)>& handler, Arguments&&... arguments) {
+    // Hands what the user does to the model, which decides what follows.
+    template <class Act> void Pass(const Act& act) {
         if (window_ == nullptr || pump_.Closed())
             return;
         const QtPump::HandlerScope scope(pump_);
-        window_->Raise(handler, std::forward<Arguments>(arguments)...);
+        act(input_);
     }
-    // As Raise(); a menu that the handler opens stands at `place` on the screen.
-    template <class... Parameters, class... Arguments>
-    void RaiseAt(QPoint place, const std::function<void(Parameters...)>& handler, Arguments&&... arguments) {
+    // As Pass(); a menu that a handler opens is at `place` on the screen.
+    template <class Act> void PassAt(QPoint place, const Act& act) {
         menuPlace_ = place;
-        Raise(handler, std::forward<Arguments>(arguments)...);
+        Pass(act);
         menuPlace_.reset();
     }
     QPoint MenuPlace() const;
 
-    // The option buttons' one group.
-    QButtonGroup& Options() { return options_; }
-    void ChooseOption(const Control& chosen);
+    // The mouse or a key presses a control, and lets it go over it.
+    void Press(const QtControl& control);
+    void Click(const QtControl& control);
+    // Both in one.
+    void PressForReader(const QWidget& widget);
 
 signals:
     void Detached();
@@ -59,25 +57,45 @@ signals:
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    bool focusNextPrevChild(bool /*next*/) override { return false; } // the model has the order
     void keyPressEvent(QKeyEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    void BuildFrame();
+    struct Frame {
+        std::string Title;
+        std::string Icon;
+        Color BackColor;
+        int Edge = 0;
+    };
+
     void BuildControls();
-    void SetTabOrder();
+    void SyncFrame();
+    void SyncFocus(const Control* last);
+    void Centre();
     QtControl* Find(const QObject* widget) const;
     QtControl* Find(const Control* control) const;
-    void HandleMouse(const Control& control, const QWidget& widget, const QMouseEvent& event);
+    void BeforeInput(const QEvent& event);
+    void HandleMouse(const QtControl& control, const QMouseEvent& event);
+    void HandleLateClose();
+    void MoveMouse(const QMouseEvent& event);
+    void PressAndClick(const QtControl& control);
+    bool HandleKey(const QKeyEvent& event);
+    // What a control showed when the event that is being handled happened.
+    const std::string& SeenCaption(const QtControl& control);
 
     Window* window_; // nullptr: the model's window has gone
     QtPump& pump_;
-    QButtonGroup options_;
+    Input input_;
     std::vector<std::unique_ptr<QtControl>> controls_;
+    std::optional<Frame> frame_; // as shown
     unsigned shownFocus_ = 0;
+    std::optional<QPoint> place_; // where the window was put, until its frame is known
     bool placed_ = false;
+    bool closeAsked_ = false;
     std::optional<QPoint> menuPlace_;
+    std::optional<std::int64_t> inputAt_; // when the present event happened
 };
 
 } // namespace tarnwick

@@ -1,12 +1,12 @@
 #include "platform/qt/QtWindows.h"
 
+#include "platform/qt/QtAccess.h"
+#include "platform/qt/QtMessageBox.h"
 #include "platform/qt/QtText.h"
 
 #include <QApplication>
 #include <QEventLoop>
 #include <QMenu>
-#include <QMessageBox>
-#include <QPushButton>
 
 #include <algorithm>
 #include <utility>
@@ -14,7 +14,9 @@
 namespace tarnwick {
 
 QtWindows::QtWindows(MessageLoop& loop, PosixSockets& sockets)
-    : loop_(loop), pump_(loop, sockets, sockets.Descriptor(), [this] { SyncWindows(); }) {}
+    : loop_(loop), pump_(loop, sockets, sockets.Descriptor(), [this] { SyncWindows(); }) {
+    UseReaderInterfaces();
+}
 
 QtWindows::~QtWindows() {
     windows_.clear();
@@ -64,30 +66,10 @@ void QtWindows::Discard(Window& window) {
 
 MessageAnswer QtWindows::ShowMessage(const std::string& text, const std::string& title, MessageIcon icon,
                                      MessageButtons buttons) {
-    const bool question = buttons == MessageButtons::YesNo;
-    QMessageBox box(QApplication::activeWindow());
-    box.setObjectName(QStringLiteral("MessageBox"));
-    box.setWindowTitle(LiteralTitle(title));
-    box.setTextFormat(Qt::PlainText);
-    box.setText(BreakableLinesOf(text));
-    box.setIcon(icon == MessageIcon::Critical   ? QMessageBox::Critical
-                : icon == MessageIcon::Question ? QMessageBox::Question
-                                                : QMessageBox::Information);
-    if (question) {
-        box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
-        box.button(QMessageBox::Yes)->setText(QStringLiteral("&Yes"));
-        box.button(QMessageBox::No)->setText(QStringLiteral("&No"));
-        box.setDefaultButton(QMessageBox::No);
-        box.setEscapeButton(QMessageBox::No);
-    } else {
-        box.setStandardButtons(QMessageBox::Ok);
-        box.button(QMessageBox::Ok)->setText(QStringLiteral("OK"));
-    }
-    int answer = QMessageBox::NoButton;
-    pump_.RunNested([&] { answer = box.exec(); });
-    if (!question)
-        return MessageAnswer::Ok;
-    return answer == QMessageBox::Yes && !pump_.Ended() ? MessageAnswer::Yes : MessageAnswer::No;
+    QtMessageBox box(text, title, icon, buttons, QApplication::activeWindow());
+    MessageAnswer answer = buttons == MessageButtons::Ok ? MessageAnswer::Ok : MessageAnswer::No;
+    pump_.RunNested([&] { answer = box.Ask(); });
+    return pump_.Ended() && answer == MessageAnswer::Yes ? MessageAnswer::No : answer;
 }
 
 const MenuEntry* QtWindows::PopUp(const Menu& menu, Window& window) {

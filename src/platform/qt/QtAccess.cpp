@@ -1,0 +1,101 @@
+#include "platform/qt/QtAccess.h"
+
+#include "platform/qt/QtLabel.h"
+#include "platform/qt/QtWindow.h"
+
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QAccessibleWidget>
+#include <QCheckBox>
+#include <QPushButton>
+#include <QRadioButton>
+
+namespace tarnwick {
+
+namespace {
+
+class ReadLabel : public QAccessibleWidget {
+public:
+    explicit ReadLabel(PlainLabel& label)
+        : QAccessibleWidget(&label, label.IsAnnounced() ? QAccessible::Notification : QAccessible::StaticText),
+          label_(label) {}
+
+    QString text(QAccessible::Text what) const override {
+        return what == QAccessible::Name ? label_.text() : QAccessibleWidget::text(what);
+    }
+
+private:
+    PlainLabel& label_;
+};
+
+QAccessible::Role RoleOf(const QAbstractButton& button) {
+    return qobject_cast<const QCheckBox*>(&button) != nullptr      ? QAccessible::CheckBox
+           : qobject_cast<const QRadioButton*>(&button) != nullptr ? QAccessible::RadioButton
+                                                                   : QAccessible::PushButton;
+}
+
+class ReadButton : public QAccessibleWidget {
+public:
+    ReadButton(QAbstractButton& button, QtWindow& window)
+        : QAccessibleWidget(&button, RoleOf(button)), button_(button), window_(window) {}
+
+    QString text(QAccessible::Text what) const override {
+        const QString key = QKeySequence::mnemonic(button_.text()).toString(QKeySequence::NativeText);
+        switch (what) {
+        case QAccessible::Name:
+            return Name();
+        case QAccessible::Accelerator:
+            return key;
+        default:
+            return QAccessibleWidget::text(what);
+        }
+    }
+    QAccessible::State state() const override {
+        QAccessible::State state = QAccessibleWidget::state();
+        const auto* push = qobject_cast<const QPushButton*>(&button_);
+        state.checkable = button_.isCheckable();
+        state.checked = button_.isChecked();
+        state.defaultButton = push != nullptr && push->isDefault();
+        return state;
+    }
+    QStringList actionNames() const override {
+        return QStringList(button_.isCheckable() ? toggleAction() : pressAction()) + QAccessibleWidget::actionNames();
+    }
+    void doAction(const QString& name) override {
+        if (name == pressAction() || name == toggleAction())
+            window_.PressForReader(button_);
+        else
+            QAccessibleWidget::doAction(name);
+    }
+    QStringList keyBindingsForAction(const QString& name) const override {
+        return name == pressAction() || name == toggleAction() ? QStringList(text(QAccessible::Accelerator))
+                                                               : QAccessibleWidget::keyBindingsForAction(name);
+    }
+
+private:
+    // The caption without the mark of its access key.
+    QString Name() const {
+        QString name = button_.text();
+        for (qsizetype at = name.indexOf(u'&'); at >= 0; at = name.indexOf(u'&', at + 1))
+            name.remove(at, 1);
+        return name;
+    }
+
+    QAbstractButton& button_;
+    QtWindow& window_;
+};
+
+QAccessibleInterface* MakeReaderInterface(const QString& /*className*/, QObject* object) {
+    if (auto* label = qobject_cast<PlainLabel*>(object); label != nullptr)
+        return new ReadLabel(*label);
+    if (auto* button = qobject_cast<QAbstractButton*>(object); button != nullptr)
+        if (auto* window = qobject_cast<QtWindow*>(button->window()); window != nullptr)
+            return new ReadButton(*button, *window);
+    return nullptr;
+}
+
+} // namespace
+
+void UseReaderInterfaces() { QAccessible::installFactory(MakeReaderInterface); }
+
+} // namespace tarnwick

@@ -1,0 +1,96 @@
+#include "platform/qt/QtLabel.h"
+
+#include "platform/qt/QtLook.h"
+#include "platform/qt/QtText.h"
+
+#include <QAccessible>
+#include <QPainter>
+#include <QStyle>
+
+#include <algorithm>
+
+namespace tarnwick {
+
+PlainLabel::PlainLabel(const Label& label, QWidget& parent) : QLabel(&parent), announced_(label.Announced) {
+    setTextFormat(Qt::PlainText);
+    setWordWrap(label.WordWrap);
+    setAlignment(Qt::AlignTop | (label.Alignment == Alignment::Center ? Qt::AlignHCenter : Qt::AlignLeft));
+}
+
+void PlainLabel::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    QRect place = rect();
+    QString shown = text();
+    int flags = static_cast<int>(alignment());
+    if (wordWrap()) {
+        flags |= Qt::TextWordWrap;
+    } else {
+        flags |= Qt::TextSingleLine;
+        shown = fontMetrics().elidedText(shown, Qt::ElideRight, width());
+        // A font's room for accents may lie outside a low label, its letters may not.
+        place.setTop(std::min(0, height() - fontMetrics().height()));
+    }
+    style()->drawItemText(&painter, place, flags, palette(), isEnabled(), shown, QPalette::WindowText);
+}
+
+namespace {
+
+// Screen readers speak a notification when it appears.
+void Announce(PlainLabel& label) {
+    QAccessibleEvent appears(&label, QAccessible::ObjectShow);
+    QAccessible::updateAccessibility(&appears);
+}
+
+class LabelControl : public QtControl {
+public:
+    LabelControl(Label& label, QWidget& parent)
+        : QtControl(label, *new PlainLabel(label, parent)), wrapped_(label.WordWrap) {}
+
+protected:
+    void ShowCaption() override {
+        auto& label = static_cast<PlainLabel&>(Widget());
+        label.setText(wrapped_ ? LinesOf(Model().Caption) : SingleLineOf(Model().Caption));
+        if (label.IsAnnounced() && label.isVisible())
+            Announce(label);
+    }
+    ColorRole DefaultBackColor() const override { return ColorRole::Transparent; }
+
+private:
+    const bool wrapped_;
+};
+
+// One pixel of frame around the picture.
+class PictureControl : public QtControl {
+public:
+    PictureControl(PictureBox& control, QWidget& parent)
+        : QtControl(control, *new QLabel(&parent)), control_(control), label_(static_cast<QLabel&>(Widget())) {
+        label_.setFrameStyle(static_cast<int>(QFrame::Box) | static_cast<int>(QFrame::Plain));
+        label_.setScaledContents(true);
+    }
+
+protected:
+    void SyncKind() override {
+        if (shown_ == control_.Picture)
+            return;
+        shown_ = control_.Picture;
+        label_.setPixmap(PictureOf(shown_));
+    }
+    ColorRole DefaultBackColor() const override { return ColorRole::ButtonShadow; }
+
+private:
+    const PictureBox& control_;
+    QLabel& label_;
+    std::string shown_;
+};
+
+} // namespace
+
+std::unique_ptr<QtControl> MakeQtLabel(Label& label, QWidget& parent) {
+    return std::make_unique<LabelControl>(label, parent);
+}
+
+std::unique_ptr<QtControl> MakeQtPicture(PictureBox& picture, QWidget& parent) {
+    return std::make_unique<PictureControl>(picture, parent);
+}
+
+} // namespace tarnwick
