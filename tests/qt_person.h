@@ -1,13 +1,20 @@
 #pragma once
 
-// The contract's person in front of the real windows, on Qt's offscreen platform.
+// The contract's person in front of the real windows, on Qt's offscreen platform, above a machine whose files and
+// settings live in memory.
 
 #include "contract_windows.h"
-#include "qt_support.h"
+#include "platform/headless/Fakes.h"
+#include "platform/posix/PosixClock.h"
+#include "platform/posix/PosixSockets.h"
+#include "platform/qt/QtLook.h"
+#include "platform/qt/QtWindows.h"
+#include "window/Pace.h"
 #include "window/Reach.h"
 
 #include <QAbstractButton>
 #include <QAccessible>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QHeaderView>
 #include <QLabel>
@@ -17,9 +24,23 @@
 #include <QMouseEvent>
 #include <QPointer>
 #include <QTableView>
+#include <QTest>
+#include <QTimer>
 #include <QTreeWidget>
 
 namespace tarnwick::test {
+
+struct QtMachine {
+    PosixClock Clock;
+    MessageLoop Loop{Clock};
+    MemoryFavorites Favorites;
+    MemorySettings Settings;
+    PosixSockets Sockets{Loop};
+    QtWindows Windows{Loop, Sockets};
+    RecordingShell Shell;
+    PlainText Text;
+    ServicesInUse InUse{{Favorites, Favorites, Settings, Sockets, Windows, Clock, Shell, Text}};
+};
 
 class QtPerson : public Person {
 public:
@@ -31,41 +52,38 @@ public:
     }
 
     void PressOn(const Window& window, const Control& control) override {
-        Mouse(QEvent::MouseButtonPress, window, Place(control));
+        Mouse(QEvent::MouseButtonPress, window, PlaceOf(control));
     }
     void LetGo(const Window& window, const Control& control) override {
-        Mouse(QEvent::MouseButtonRelease, window, Place(control));
+        Mouse(QEvent::MouseButtonRelease, window, PlaceOf(control));
     }
     void ClickRow(const Window& window, const GridControl& grid, int row) override {
-        const auto& view = Real<QTableView>(window, grid);
-        MouseClick(window, view.viewport()->mapTo(view.window(), RowPlace(view, row)));
+        ClickAt(window, RowPlace(window, grid, row), Qt::LeftButton);
     }
     void RightClickRow(const Window& window, const GridControl& grid, int row) override {
-        const auto& view = Real<QTableView>(window, grid);
-        MouseClick(window, view.viewport()->mapTo(view.window(), RowPlace(view, row)), Qt::RightButton);
+        ClickAt(window, RowPlace(window, grid, row), Qt::RightButton);
     }
     void ClickHeader(const Window& window, const GridControl& grid, int column) override {
         const QHeaderView& header = *Real<QTableView>(window, grid).horizontalHeader();
+        const QString text = QString::fromStdString(grid.Columns()[static_cast<std::size_t>(column - 1)].Header);
         int section = 0;
-        for (int number = 1; number < column; ++number)
-            section += grid.Columns()[static_cast<std::size_t>(number - 1)].Visible ? 1 : 0;
-        const QPoint place(header.sectionViewportPosition(section) + header.sectionSize(section) / 2, 5);
-        MouseClick(window, header.viewport()->mapTo(header.window(), place));
+        while (header.model()->headerData(section, Qt::Horizontal).toString() != text)
+            ++section;
+        ClickAt(window, header.mapTo(header.window(), QPoint(header.sectionViewportPosition(section) + 20, 5)));
     }
     void ClickNode(const Window& window, const TreeControl& tree, int node) override {
-        auto& view = Real<QTreeWidget>(window, tree);
+        const auto& view = Real<QTreeWidget>(window, tree);
         const QRect place = view.visualItemRect(ItemOf(view, node));
-        MouseClick(window, view.viewport()->mapTo(view.window(), QPoint(place.left() + 8, place.center().y())));
+        ClickAt(window, view.viewport()->mapTo(view.window(), QPoint(place.left() + 8, place.center().y())));
     }
     void MoveMouse(const Window& window, int x, int y) override {
-        Mouse(QEvent::MouseMove, window, QPoint(x / 15, y / 15), Qt::NoButton);
+        Mouse(QEvent::MouseMove, window, QPoint(PixelsOf(x), PixelsOf(y)), Qt::NoButton);
     }
     void Type(const Window& window, const KeyPress& key) override {
         QWidget* real = RealOf(window);
         QWidget* focused = real->focusWidget() == nullptr ? real : real->focusWidget();
-        const QString text = QString::fromStdString(key.Letter);
         for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-            QKeyEvent event(type, KeyCode(key), Held(key), text, key.Repeated);
+            QKeyEvent event(type, CodeOf(key), Held(key), QString::fromStdString(key.Letter), key.Repeated);
             if (type == QEvent::KeyPress || !key.Repeated)
                 QCoreApplication::sendEvent(focused, &event);
         }
@@ -83,20 +101,18 @@ public:
         QTest::qWait(static_cast<int>(Pace::Longest));
         Machine.Windows.PumpEvents();
     }
-    void Soon(std::function<void()> act) override { tarnwick::Soon(std::move(act)); }
+    void Soon(std::function<void()> act) override { QTimer::singleShot(0, qApp, std::move(act)); }
     void Answer(MessageAnswer answer) override {
         Soon([answer] {
             auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            EXPECT_EQ(box->textFormat(), Qt::PlainText);
             box->button(answer == MessageAnswer::Yes ? QMessageBox::Yes : QMessageBox::No)->click();
         });
     }
     void Choose(int entry) override {
         Soon([entry] {
             auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-            const QPoint place =
-                entry == 0 ? QPoint(-5, -5) : menu->actionGeometry(menu->actions()[entry - 1]).center();
-            QTest::mouseClick(menu, Qt::LeftButton, {}, place);
+            if (entry > 0)
+                QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(menu->actions()[entry - 1]).center());
             menu->close();
         });
     }
@@ -104,11 +120,7 @@ public:
     bool Shows(const Window& window) override { return RealOf(window) != nullptr && RealOf(window)->isVisible(); }
     std::string Title(const Window& window) override { return RealOf(window)->windowTitle().toStdString(); }
     std::string Text(const Window& window, const Control& control) override {
-        QWidget& widget = Real<QWidget>(window, control);
-        return (control.Kind == ControlKind::Label     ? static_cast<QLabel&>(widget).text()
-                : control.Kind == ControlKind::TextBox ? static_cast<QLineEdit&>(widget).text()
-                                                       : static_cast<QAbstractButton&>(widget).text())
-            .toStdString();
+        return Real<QWidget>(window, control).property("text").toString().toStdString();
     }
     bool IsMarked(const Window& window, const Control& control) override {
         return Real<QAbstractButton>(window, control).isChecked();
@@ -135,16 +147,14 @@ public:
         return nullptr;
     }
     template <class T> static T& Real(const Window& window, const Control& control) {
-        auto* widget = RealOf(window)->findChild<T*>(QString::fromStdString(control.Name));
-        if (widget == nullptr)
-            throw std::runtime_error("no real " + control.Name);
-        return *widget;
+        return *RealOf(window)->findChild<T*>(QString::fromStdString(control.Name));
     }
     static QAccessibleInterface* Reader(const Window& window, const Control& control) {
         return QAccessible::queryAccessibleInterface(&Real<QWidget>(window, control));
     }
 
     QtMachine Machine;
+    std::int64_t Age = 0; // ms, for which the next events of the mouse have waited
 
 private:
     // To the widget in front, as the display does it; what is pressed keeps the mouse until it is let go.
@@ -152,55 +162,34 @@ private:
         QWidget* real = RealOf(window);
         if (real == nullptr)
             return;
-        if (pressed_ == nullptr || type == QEvent::MouseButtonPress)
-            pressed_ = real->childAt(place) == nullptr ? real : real->childAt(place);
-        QWidget* target = pressed_;
-        if (type != QEvent::MouseButtonPress)
-            pressed_ = nullptr;
+        QWidget* front = real->childAt(place) == nullptr ? real : real->childAt(place);
+        QWidget* target = type == QEvent::MouseButtonPress || pressed_ == nullptr ? front : pressed_.data();
+        pressed_ = type == QEvent::MouseButtonPress ? target : nullptr;
         const QPoint global = real->mapToGlobal(place);
         QMouseEvent event(type, target->mapFromGlobal(global), global, button,
-                          type == QEvent::MouseButtonPress ? button : Qt::NoButton, {});
-        event.setTimestamp(static_cast<quint64>(Machine.Clock.Now()));
-        QSpontaneKeyEvent::setSpontaneous(&event); // only such a press gives the focus
+                          pressed_ == nullptr ? Qt::NoButton : button, {});
+        event.setTimestamp(static_cast<quint64>(Machine.Clock.Now() - Age));
+        QSpontaneKeyEvent::setSpontaneous(&event); // no other press gives the focus
         QApplication::instance()->notify(target, &event);
     }
-    void MouseClick(const Window& window, QPoint place, Qt::MouseButton button = Qt::LeftButton) {
+    void ClickAt(const Window& window, QPoint place, Qt::MouseButton button = Qt::LeftButton) {
         Mouse(QEvent::MouseButtonPress, window, place, button);
         Mouse(QEvent::MouseButtonRelease, window, place, button);
     }
-    static QPoint Place(const Control& control) {
-        const Rect place = PlaceInWindow(control);
-        return {(place.Left + place.Width / 2) / 15, (place.Top + place.Height / 2) / 15};
-    }
-    static QPoint RowPlace(const QTableView& view, int row) {
+    static QPoint PlaceOf(const Control& control) { return PixelsOf(PlaceInWindow(control)).center(); }
+    static QPoint RowPlace(const Window& window, const GridControl& grid, int row) {
+        const auto& view = Real<QTableView>(window, grid);
         const QRect place = view.visualRect(view.model()->index(row == 0 ? view.model()->rowCount() - 1 : row - 1, 0));
-        return place.center() + QPoint(0, row == 0 ? place.height() : 0);
+        return view.viewport()->mapTo(view.window(), place.center() + QPoint(0, row == 0 ? place.height() : 0));
     }
-    static QTreeWidgetItem* ItemOf(QTreeWidget& view, int node) {
+    static QTreeWidgetItem* ItemOf(const QTreeWidget& view, int node) {
         return node == 1 ? view.topLevelItem(0) : view.topLevelItem(0)->child(node - 2);
     }
-    static int KeyCode(const KeyPress& key) {
-        switch (key.Which) {
-        case Key::Tab:
-            return key.Shift ? Qt::Key_Backtab : Qt::Key_Tab;
-        case Key::Enter:
-            return Qt::Key_Return;
-        case Key::Space:
-            return Qt::Key_Space;
-        case Key::Left:
-            return Qt::Key_Left;
-        case Key::Right:
-            return Qt::Key_Right;
-        case Key::Up:
-            return Qt::Key_Up;
-        case Key::Down:
-            return Qt::Key_Down;
-        case Key::Menu:
-            return Qt::Key_Menu;
-        case Key::Letter:
-            break;
-        }
-        return QString::fromStdString(key.Letter).toUpper().front().unicode();
+    static int CodeOf(const KeyPress& key) {
+        constexpr int codes[] = {Qt::Key_Tab,   Qt::Key_Return, Qt::Key_Space, Qt::Key_Left,
+                                 Qt::Key_Right, Qt::Key_Up,     Qt::Key_Down,  Qt::Key_Menu};
+        return key.Which == Key::Letter ? QString::fromStdString(key.Letter).toUpper().front().unicode()
+                                        : codes[static_cast<int>(key.Which)];
     }
     static Qt::KeyboardModifiers Held(const KeyPress& key) {
         return (key.Shift ? Qt::ShiftModifier : Qt::NoModifier) | (key.Alt ? Qt::AltModifier : Qt::NoModifier);

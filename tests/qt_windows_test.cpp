@@ -1,20 +1,10 @@
-#include "platform/qt/QtLook.h"
-#include "qt_person.h"
-#include "window/Dialogs.h"
+// What Qt's windows must do beside the contract of every desktop.
 
-#include <QAccessible>
-#include <QCheckBox>
-#include <QCloseEvent>
-#include <QGroupBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMenu>
-#include <QMessageBox>
-#include <QPointer>
+#include "qt_person.h"
+
+#include <QHelpEvent>
 #include <QPushButton>
-#include <QRadioButton>
-#include <QTableView>
-#include <QTreeWidget>
+#include <QToolTip>
 
 #include <cstdlib>
 
@@ -31,238 +21,161 @@ namespace tarnwick::test {
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Qt, WindowContract, QtPerson);
 
-} // namespace tarnwick::test
-
-namespace tarnwick {
-
 namespace {
+
+class QtWindowsTest : public WindowContract<QtPerson> {
+protected:
+    template <class T> T& RealOf(const Control& control) { return QtPerson::Real<T>(window, control); }
+    static void Start(Timer& timer, int ms, std::function<void()> tick) {
+        timer.Tick = std::move(tick);
+        timer.SetInterval(ms);
+        timer.Enable();
+    }
+    static void ShowBox() { ShowMessage("box", "box", MessageIcon::Information, MessageButtons::Ok); }
+    static void LeaveBox() { QApplication::activeModalWidget()->close(); }
+
+    QtWindows& Windows = person.Machine.Windows;
+};
 
 const std::string Markup = "<b>R&D</b>\t[*]\xFF";
 const QString MarkupShown = QStringLiteral("<b>R&D</b> [*]\uFFFD");
 
-QString Spoken(QWidget& widget, QAccessible::Text what = QAccessible::Name) {
-    return QAccessible::queryAccessibleInterface(&widget)->text(what);
-}
-
-using Log = std::vector<std::string>;
-
-} // namespace
-
-TEST_F(QtWindowsTest, ShowsEveryControlUnderItsNameAndInItsPlace) {
-    window.Check1.Visible = false;
-    window.Command2.Enabled = false;
-    ShowSample();
-    EXPECT_EQ(RealWindow("Sample")->size(), QSize(400, 400));
-    for (const Control* control : window.Controls) {
-        SCOPED_TRACE(control->Name);
-        auto& widget = RealOf<QWidget>(*control);
-        EXPECT_EQ(widget.isVisible(), control->Visible);
-        EXPECT_EQ(widget.isEnabled(), control->Enabled);
-        EXPECT_EQ(widget.pos(), QPoint(control->Place.Left / 15, control->Place.Top / 15));
-        EXPECT_EQ(widget.parentWidget()->objectName().toStdString(), control->Container ? "Frame1" : "Sample");
-    }
-}
-
 TEST_F(QtWindowsTest, ShowsDataAsPlainTextEverywhere) {
-    window.Label1.Caption = Markup;
-    window.Frame1.Caption = Markup;
+    window.Label1.Caption = window.Frame1.Caption = window.Title = Markup;
     window.Label1.ToolTip = "<b>bold</b>";
-    window.Title = Markup;
-    window.Text1.MaxLength = 0;
-    window.Text1.Text = Markup;
     window.Grid1.SetCellText(1, 1, Markup);
     window.Tree1.AddCheckNode(1, Markup);
-    ShowSample();
-
+    Show();
     EXPECT_EQ(RealOf<QLabel>(window.Label1).textFormat(), Qt::PlainText);
-    EXPECT_EQ(Spoken(RealOf<QLabel>(window.Label1)), MarkupShown);
-    EXPECT_EQ(Spoken(RealOf<QGroupBox>(window.Frame1)), MarkupShown);
-    EXPECT_EQ(RealOf<QLineEdit>(window.Text1).text(), MarkupShown);
+    EXPECT_EQ(QtPerson::Reader(window, window.Frame1)->text(QAccessible::Name), MarkupShown);
     EXPECT_EQ(RealOf<QTableView>(window.Grid1).model()->index(0, 0).data().toString(), MarkupShown);
     EXPECT_EQ(RealOf<QTreeWidget>(window.Tree1).topLevelItem(0)->child(2)->text(0), MarkupShown);
     EXPECT_EQ(RealOf<QLabel>(window.Label1).toolTip(), QStringLiteral("<p>&lt;b&gt;bold&lt;/b&gt;</p>"));
-    EXPECT_EQ(RealWindow("Sample")->windowTitle(), QStringLiteral("<b>R&D</b> [*][*]\uFFFD"));
-}
+    EXPECT_EQ(person.Title(window), "<b>R&D</b> [*][*]\xEF\xBF\xBD");
 
-TEST_F(QtWindowsTest, ShowsAtOnceWhatAClickHasChangedAndBreaksLinesAtItsOwnLineEndsOnly) {
-    window.Label1.WordWrap = true;
-    window.Command1.Click = [this] {
-        window.Label1.Caption = "one\r\ntwo\nthree\rfour";
-        window.Label2.Caption = "one\r\ntwo";
-    };
-    ShowSample();
-    ClickOn(window.Command1);
-    EXPECT_EQ(RealOf<QLabel>(window.Label1).text(), QStringLiteral("one\ntwo three four"));
-    EXPECT_EQ(RealOf<QLabel>(window.Label2).text(), QStringLiteral("one two"));
-}
-
-TEST_F(QtWindowsTest, ShowsMenuAndMessageTextsAsTheyAre) {
-    ShowSample();
-    MenuEntry entry;
+    MenuEntry grey, entry, line;
+    grey.Enabled = false;
+    line.Separator = true;
     entry.Caption = Markup;
-    Menu menu{"menu", "Menu", {&entry}};
+    Menu menu{"menu", "Menu", {&grey, &line, &entry}};
     QString shown;
-    Soon([&] {
-        shown = static_cast<QMenu*>(QApplication::activePopupWidget())->actions().first()->text();
-        QApplication::activePopupWidget()->close();
+    person.Soon([&] {
+        auto* open = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        QTest::keyClick(open, Qt::Key_Down); // never to a grey one
+        shown = open->activeAction()->text();
+        open->close();
     });
-    PopUp(menu, *Sample);
+    PopUp(menu, window);
     EXPECT_EQ(shown, QStringLiteral("<b>R&&D</b> [*]\uFFFD"));
+}
 
-    const std::string unbroken(255, 'x');
-    Soon([&] {
-        auto* box = static_cast<QMessageBox*>(QApplication::activeModalWidget());
-        shown = box->text();
-        EXPECT_EQ(box->textFormat(), Qt::PlainText);
-        const auto* label = box->findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
-        EXPECT_LE(label->fontMetrics().boundingRect(label->rect(), Qt::TextWordWrap, shown).width(), label->width());
-        box->reject();
-    });
-    Machine.Windows.ShowMessage("Name: " + Markup + "\r\n" + unbroken, "T", MessageIcon::Critical, MessageButtons::Ok);
-    EXPECT_EQ(shown.remove(QChar(0x200B)), "Name: " + MarkupShown + "\n" + QString::fromStdString(unbroken));
+TEST_F(QtWindowsTest, AsksWhateverAFavoriteHoldsOnTheSmallestScreen) {
+    Show();
+    for (const char* name : {"x", "W ", "\xE6\xBC\xA2", "\xEF\xB7\xBD", "a\xCC\x81\xCC\x81\xCC\x81"}) {
+        std::string text = Markup;
+        for (int line = 0; line < 3; ++line, text += "\r\n")
+            for (int count = 0; count < 1000; ++count)
+                text += name;
+        for (const auto& [key, answer] : {std::pair{Qt::Key_Return, MessageAnswer::No},
+                                          {Qt::Key_Escape, MessageAnswer::No},
+                                          {Qt::Key_Y, MessageAnswer::Yes}}) {
+            person.Soon([key = key] {
+                auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+                EXPECT_EQ(box->textFormat(), Qt::PlainText);
+                EXPECT_TRUE(box->text().startsWith(MarkupShown));
+                EXPECT_EQ(box->size().boundedTo(QSize(1000, 560)), box->size());
+                const auto* label = box->findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+                EXPECT_LE(label->heightForWidth(label->width()), label->height());
+                EXPECT_TRUE(QTest::qWaitForWindowActive(box)); // access keys are the active window's
+                QTest::keyClick(box, key, key == Qt::Key_Y ? Qt::AltModifier : Qt::NoModifier);
+            });
+            EXPECT_EQ(ShowMessage(text, "T", MessageIcon::Question, MessageButtons::YesNo), answer) << name;
+        }
+    }
 }
 
 TEST_F(QtWindowsTest, ReadsWellToAScreenReader) {
+    window.Frame1.Caption = "Frame";
     window.Label2.Caption = "Connecting...";
-    ShowSample();
-    EXPECT_EQ(Spoken(RealOf<QLabel>(window.Label2)), QStringLiteral("Connecting..."));
-    EXPECT_EQ(Spoken(RealOf<QLabel>(window.Label2), QAccessible::Description), QStringLiteral("Status"));
-    EXPECT_EQ(Spoken(RealOf<QLineEdit>(window.Text1)), QStringLiteral("Seconds"));
+    Show();
+    const auto read = [this](const Control& control, QAccessible::Text what = QAccessible::Name) {
+        return QtPerson::Reader(window, control)->text(what).toStdString();
+    };
+    EXPECT_EQ(read(window.Label2), "Connecting...");
+    EXPECT_EQ(read(window.Label2, QAccessible::Description), "Status");
+    window.Label2.Caption.clear();
+    person.Settle();
+    EXPECT_EQ(read(window.Label2), ""); // not its frame's title
+    EXPECT_EQ(read(window.Text1), "Seconds");
+    EXPECT_EQ(read(window.Command1), "One");
+    EXPECT_EQ(read(window.Command1, QAccessible::Accelerator), "Alt+O");
+    EXPECT_TRUE(QtPerson::Reader(window, window.Check1)->state().checkable);
+    QtPerson::Reader(window, window.Text1)->setText(QAccessible::Value, QStringLiteral("7"));
+    EXPECT_EQ(window.Text1.Text, "7");
 
-    QAccessibleInterface* grid = QAccessible::queryAccessibleInterface(&RealOf<QTableView>(window.Grid1));
-    EXPECT_EQ(grid->text(QAccessible::Name), QStringLiteral("Rows"));
-    ASSERT_NE(grid->tableInterface(), nullptr);
-    EXPECT_EQ(grid->tableInterface()->rowCount(), 3);
-    EXPECT_EQ(grid->tableInterface()->columnDescription(0), QStringLiteral("Name"));
-    EXPECT_EQ(grid->tableInterface()->cellAt(1, 0)->text(QAccessible::Name), QStringLiteral("b"));
-
-    QAccessibleInterface* tree = QAccessible::queryAccessibleInterface(&RealOf<QTreeWidget>(window.Tree1));
-    EXPECT_EQ(tree->text(QAccessible::Name), QStringLiteral("Folders"));
-    QAccessibleInterface* second = tree->tableInterface()->cellAt(2, 0);
+    QAccessibleTableInterface* grid = QtPerson::Reader(window, window.Grid1)->tableInterface();
+    EXPECT_EQ(grid->rowCount(), 3);
+    EXPECT_EQ(grid->columnCount(), 2); // without the hidden one
+    EXPECT_EQ(grid->columnDescription(1), QStringLiteral("Folder"));
+    EXPECT_EQ(grid->cellAt(1, 0)->text(QAccessible::Name), QStringLiteral("b"));
+    QAccessibleInterface* second = QtPerson::Reader(window, window.Tree1)->tableInterface()->cellAt(2, 0);
     EXPECT_EQ(second->text(QAccessible::Name), QStringLiteral("Second"));
-    EXPECT_TRUE(second->state().checkable);
-    EXPECT_TRUE(second->state().checked);
+    EXPECT_TRUE(second->state().checkable && second->state().checked);
 }
 
-TEST_F(QtWindowsTest, RaisesWhatTheUserDoes) {
-    ShowSample();
+TEST_F(QtWindowsTest, OpensCentredAndFollowsItsFrameLater) {
+    Show();
+    QWidget& real = *QtPerson::RealOf(window);
+    const QPoint off = real.frameGeometry().center() - real.screen()->availableGeometry().center();
+    EXPECT_LE(off.manhattanLength(), 1);
+    EXPECT_GT(real.frameGeometry().height(), real.height());
+    EXPECT_TRUE(real.windowIcon().isNull());
+    window.Icon = "tarnwick.png";
+    window.BackColor = Color::Rgb(1, 2, 3);
+    window.Edge = 5;
+    person.Settle();
+    EXPECT_TRUE(real.windowIcon().availableSizes().contains(QSize(32, 32)));
+    const QImage seen = real.grab().toImage();
+    EXPECT_EQ(seen.pixelColor(1, 1), QColor(255, 255, 255));
+    EXPECT_EQ(seen.pixelColor(350, 350), QColor(1, 2, 3));
+}
 
-    ClickOn(window.Command2);
-    ClickOn(window.Label2);
-    ClickOn(window.Check1, QPoint(5, 7));
-    ClickOn(window.Option2, QPoint(5, 7));
-    EXPECT_EQ(window.Log, (Log{"Command2", "Label2", "Check1", "Option2"}));
-    EXPECT_EQ(window.Check1.Value, 1);
-    EXPECT_TRUE(!window.Option1.Value && window.Option2.Value);
-    ClickOn(window.Option1, QPoint(5, 7));
-    EXPECT_TRUE(window.Option1.Value && !window.Option2.Value);
+TEST_F(QtWindowsTest, ShowsTheWholeTextOfACellThatIsCut) {
+    window.Grid1.SetCellText(1, 1, "<i>" + std::string(200, 'x'));
+    Show();
+    const auto& view = RealOf<QTableView>(window.Grid1);
+    const auto tip = [&view](int row) {
+        const QPoint place = view.visualRect(view.model()->index(row, 0)).center();
+        QHelpEvent help(QEvent::ToolTip, place, view.viewport()->mapToGlobal(place));
+        QCoreApplication::sendEvent(view.viewport(), &help);
+        return QToolTip::text().remove(QChar(0x200B)).toStdString();
+    };
+    EXPECT_EQ(tip(1), "");
+    EXPECT_EQ(tip(0), "<p>&lt;i&gt;" + std::string(200, 'x') + "</p>");
+}
 
-    QTest::keyClicks(&RealOf<QLineEdit>(window.Text1), "123");
-    EXPECT_EQ(window.Text1.Text, "12");
+TEST_F(QtWindowsTest, TakesAClickForWhatTheUserSawThen) {
+    Show();
+    person.Click(window, window.Command1);
+    window.Command1.Caption = "&Stop";
+    person.Settle();
+    person.Age = Pace::Longest + 50; // it has waited in the display's queue
+    person.Click(window, window.Command1);
+    person.Age = 0;
+    EXPECT_EQ(Raised(), Log{"Command1"});
+    person.Click(window, window.Command1);
+    EXPECT_EQ(Raised(), Log{"Command1"});
+}
+
+TEST_F(QtWindowsTest, KeepsTypedTextWithinItsLength) {
+    Show();
+    for (const char* letter : {"1", "2", "3"})
+        person.Type(window, {.Letter = letter});
+    EXPECT_EQ(window.Text1.Text + " " + person.Text(window, window.Text1), "12 12");
     window.Text1.SelectAll();
-    Machine.Windows.PumpEvents();
-    QTest::keyClicks(&RealOf<QLineEdit>(window.Text1), "9");
+    person.Settle();
+    person.Type(window, {.Letter = "9"});
     EXPECT_EQ(window.Text1.Text, "9");
-}
-
-TEST_F(QtWindowsTest, TakesTheKeyboard) {
-    ShowSample();
-    auto& tree = RealOf<QTreeWidget>(window.Tree1);
-    auto& grid = RealOf<QTableView>(window.Grid1);
-
-    QTest::keyClick(&RealOf<QLineEdit>(window.Text1), Qt::Key_Return); // the default button
-    RealOf<QPushButton>(window.Command2).setFocus();
-    QTest::keyClick(&RealOf<QPushButton>(window.Command2), Qt::Key_Return);
-    QTest::keyClick(&tree, Qt::Key_Escape);
-    QTest::keyClick(&tree, Qt::Key_Down);
-    QTest::keyClick(&tree, Qt::Key_Space);
-    EXPECT_EQ(window.Log, (Log{"Command1", "Command2", "Check 2 1 1"})); // the field first, then the handler
-    EXPECT_NE(RealWindow("Sample"), nullptr);
-
-    window.Log.clear();
-    grid.setFocus();
-    for (const int row : {1, 2}) {
-        QTest::keyClick(&grid, Qt::Key_Down);
-        EXPECT_EQ(window.Grid1.SelectedRow, row);
-    }
-    QTest::keyClick(&grid, Qt::Key_Menu);
-    QTest::keyClick(&grid, Qt::Key_F10, Qt::ShiftModifier);
-    QTest::keyClick(&grid, Qt::Key_Return);
-    EXPECT_EQ(window.Log, (Log{"Button 2", "Button 2", "Command1"}));
-}
-
-TEST_F(QtWindowsTest, GoesThroughTheControlsInTabOrder) {
-    ShowSample();
-    QWidget* real = RealWindow("Sample");
-    Log order;
-    for (int step = 0; step < 7; ++step) {
-        order.push_back(real->focusWidget()->objectName().toStdString());
-        QTest::keyClick(real->focusWidget(), Qt::Key_Tab);
-    }
-    EXPECT_EQ(order, (Log{"Text1", "Command1", "Command2", "Grid1", "Tree1", "Check1", "Option1"}));
-}
-
-TEST_F(QtWindowsTest, RightButtonKeepsTheSelection) {
-    ShowSample();
-    auto& grid = RealOf<QTableView>(window.Grid1);
-    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, QPoint(20, 5));
-    EXPECT_EQ(window.Grid1.SelectedRow, 1);
-    for (const QPoint place : {QPoint(20, 40), QPoint(390, 60)})
-        QTest::mouseClick(grid.viewport(), Qt::RightButton, {}, place);
-    EXPECT_EQ(window.Grid1.SelectedRow, 1);
-    EXPECT_TRUE(grid.selectionModel()->isRowSelected(0));
-    EXPECT_EQ(window.Log, (Log{"Button 1", "Button 2", "Button 2"}));
-}
-
-TEST_F(QtWindowsTest, SelectionStaysWithItsRow) {
-    ShowSample();
-    auto& grid = RealOf<QTableView>(window.Grid1);
-    const auto selected = [&] {
-        Machine.Windows.Show(window);
-        const QModelIndexList rows = grid.selectionModel()->selectedRows();
-        return rows.isEmpty() ? "" : rows.first().data().toString().toStdString();
-    };
-    window.Grid1.SelectedRow = 1;
-    EXPECT_EQ(selected(), "c");
-    window.Grid1.Sort(1);
-    EXPECT_EQ(selected(), "c");
-    EXPECT_EQ(window.Grid1.SelectedRow, 3);
-    window.Grid1.RemoveRow(1);
-    EXPECT_EQ(selected(), "c");
-    EXPECT_EQ(grid.model()->rowCount(), 2);
-    window.Grid1.RemoveRow(2);
-    EXPECT_EQ(selected(), "");
-    EXPECT_EQ(window.Grid1.SelectedRow, 0);
-}
-
-TEST_F(QtWindowsTest, WritingFieldsIsNoInputAndInputMeetsThemAtOnce) {
-    ShowSample();
-    window.Check1.Value = 1;
-    window.Option2.Value = true;
-    window.Text1.Text = "12";
-    window.Tree1.SetNodeCheck(2, 1);
-    window.Grid1.SelectedRow = 2;
-    Machine.Windows.Show(window);
-    EXPECT_TRUE(RealOf<QCheckBox>(window.Check1).isChecked());
-    EXPECT_TRUE(RealOf<QRadioButton>(window.Option2).isChecked());
-    EXPECT_EQ(RealOf<QTreeWidget>(window.Tree1).topLevelItem(0)->child(0)->checkState(0), Qt::Checked);
-    window.Command1.Enabled = false; // input meets the model as it is now: it isn't on the screen yet
-    ClickOn(window.Command1);
-    EXPECT_EQ(window.Log, Log{});
-}
-
-TEST_F(QtWindowsTest, UnloadsFromItsOwnHandler) {
-    ShowSample();
-    const std::shared_ptr<Window> kept = window.shared_from_this();
-    window.Command1.Click = [this] {
-        window.Unload();
-        window.Log.push_back(Sample.IsLoaded() ? "loaded" : "gone");
-    };
-    auto& other = RealOf<QPushButton>(window.Command2);
-    ClickOn(window.Command1);
-    EXPECT_EQ(RealWindow("Sample"), nullptr);
-    other.click(); // the real window is there until Qt deletes it
-    EXPECT_EQ(window.Log, (Log{"gone"}));
 }
 
 // Qt is in the middle of the button's click when the window's real one could be deleted.
@@ -270,183 +183,91 @@ TEST_F(QtWindowsTest, RealWindowStaysWhileItsHandlerIsOnTheStack) {
     window.Command1.Click = [this] {
         ShowBox();
         for (int pass = 0; pass < 3; ++pass)
-            Machine.Windows.PumpEvents();
+            Pump();
     };
-    Start(Other->Timer1, 50, [this] {
-        if (Sample.IsLoaded())
-            window.Unload();
-        else
-            QApplication::activeModalWidget()->close();
-    });
-    ShowSample();
-    const QPointer<QWidget> real = RealWindow("Sample");
-    ClickOn(window.Command1);
+    Show();
+    Start(Other->Timer1, 50, [this] { Sample.IsLoaded() ? window.Unload() : LeaveBox(); });
+    const QPointer<QWidget> real = QtPerson::RealOf(window);
+    person.Click(window, window.Command1);
     EXPECT_NE(real, nullptr);
     EXPECT_FALSE(Sample.IsLoaded());
 }
 
-TEST_F(QtWindowsTest, CloseBoxUnloadsOnce) {
-    int unloads = 0;
-    window.Unloading = [&] { ++unloads; };
-    ShowSample();
-    const std::shared_ptr<Window> kept = window.shared_from_this();
-    QWidget* real = RealWindow("Sample");
-    QCloseEvent close;
-    QCoreApplication::sendEvent(real, &close);
-    EXPECT_FALSE(close.isAccepted());
-    QCoreApplication::sendEvent(real, &close);
-    EXPECT_EQ(unloads, 1);
-    EXPECT_FALSE(Sample.IsLoaded());
-    EXPECT_EQ(RealWindow("Sample"), nullptr);
-}
-
-TEST_F(QtWindowsTest, ModalWindowBlocksItsCallerUntilItIsUnloaded) {
-    Other->Name = "Other";
-    Other->Command1.Click = [this] { Other->Unload(); };
-    Log& log = window.Log;
-    window.Command1.Click = [this, &log] {
-        Other.ShowModal();
-        log.push_back(Other.IsLoaded() ? "loaded" : "gone");
-    };
-    ShowSample();
-    Soon([&] {
-        EXPECT_EQ(QApplication::activeModalWidget(), RealWindow("Other"));
-        log.push_back("shown");
-        QTest::mouseClick(&Real<QPushButton>(*Other, Other->Command1), Qt::LeftButton);
-    });
-    ClickOn(window.Command1);
-    EXPECT_EQ(log, (Log{"shown", "gone"}));
-}
-
 TEST_F(QtWindowsTest, EndLeavesEveryLoop) {
-    Other->Name = "Other";
-    Log& log = window.Log;
+    Log log;
     window.Command1.Click = [&] {
         Other.ShowModal();
         log.push_back("modal");
-        Machine.Windows.WaitForEvents(); // would sleep for ever
-        log.push_back("wait");
     };
     Start(window.Timer1, 1, [&] {
         window.Timer1.Disable();
-        const MessageAnswer answer =
-            Machine.Windows.ShowMessage("?", "?", MessageIcon::Question, MessageButtons::YesNo);
+        const auto answer = ShowMessage("?", "?", MessageIcon::Question, MessageButtons::YesNo);
         log.push_back(answer == MessageAnswer::No ? "no" : "yes");
     });
-    Start(window.Timer2, 30, [&] { Machine.Windows.End(); });
+    Start(window.Timer2, 30, [&] { Windows.End(); });
     Sample.Show();
-    Soon([&] { RealOf<QPushButton>(window.Command1).click(); });
-    Machine.Windows.Run();
-    EXPECT_EQ(log, (Log{"no", "modal", "wait"}));
-    EXPECT_EQ(RealWindow("Sample"), nullptr);
-    EXPECT_EQ(RealWindow("Other"), nullptr);
+    person.Soon([&] { person.Click(window, window.Command1); });
+    Windows.Run();
+    EXPECT_EQ(log, (Log{"no", "modal"}));
+    EXPECT_FALSE(person.Shows(window) || person.Shows(*Other));
 }
 
 // A tick that opens a message box must not keep the other ticks, nor its own next one, nor posted messages waiting.
 TEST_F(QtWindowsTest, TicksAndMessagesComeInNestedLoops) {
     static int messages;
     messages = 0;
-    Machine.Windows.InstallProcedure(window.Handle(), [](WindowHandle, std::uint32_t, std::int32_t, std::int32_t) {
+    Windows.InstallProcedure(window.Handle(), [](WindowHandle, std::uint32_t, std::int32_t, std::int32_t) {
         ++messages;
         return std::int32_t{0};
     });
     int ticks = 0;
-    Start(window.Timer1, 1, [&] {
-        ++ticks;
-        Machine.Loop.Post({window.Handle(), 1, 0, 0});
-        if (ticks == 1)
+    const auto tick = [&] {
+        person.Machine.Loop.Post({window.Handle(), 1, 0, 0});
+        if (++ticks == 2)
+            LeaveBox();
+        else
             ShowBox();
-        else if (ticks == 3)
-            QApplication::activeModalWidget()->close();
-    });
-    ShowSample();
-    while (ticks < 3)
-        Machine.Windows.WaitForEvents();
-    EXPECT_EQ(ticks, 3);
+        window.Timer1.Disable();
+    };
+    Show();
+    Start(window.Timer1, 1, tick);
+    Windows.WaitForEvents();
+    EXPECT_EQ(ticks, 2);
+    window.Command1.Click = [&] { // also from a click in a pump, which leaves the ticks alone that it handles itself
+        ticks = 1;
+        Start(window.Timer1, 1, tick);
+        ShowBox();
+    };
+    person.Soon([&] { person.Click(window, window.Command1); });
+    Windows.WaitForEvents();
     EXPECT_GE(messages, 2);
 }
 
-// The pump leaves the ticks alone that it handles itself, but not those of a box that a click in it opens.
-TEST_F(QtWindowsTest, TicksComeInABoxThatAClickInAPumpOpens) {
-    window.Command1.Click = [this] {
-        Start(window.Timer1, 1, [this] {
-            window.Timer1.Disable();
-            window.Log.push_back("tick");
-            QApplication::activeModalWidget()->close();
-        });
-        ShowBox();
-    };
-    ShowSample();
-    Soon([this] { RealOf<QPushButton>(window.Command1).click(); });
-    Machine.Windows.WaitForEvents();
-    EXPECT_EQ(window.Log, (Log{"tick"}));
-}
-
 TEST_F(QtWindowsTest, WaitReturnsForEventsAndShowsWhatHasChanged) {
-    ShowSample();
-    QString shown;
+    Show();
+    std::string shown;
     Start(window.Timer1, 100, [&] {
         window.Timer1.Disable();
-        shown = RealOf<QLabel>(window.Label1).text();
+        shown = person.Text(window, window.Label1);
     });
     window.Label1.Caption = "new";
-    Machine.Windows.WaitForEvents(); // painting the label is no event
-    EXPECT_EQ(shown, QStringLiteral("new"));
-    Soon([&] { ClickOn(window.Command1); });
-    Machine.Windows.WaitForEvents();
-    EXPECT_EQ(window.Log, (Log{"Command1"}));
-    Machine.Loop.Post({window.Handle(), 1, 0, 0});
-    Machine.Windows.WaitForEvents();
-    EXPECT_FALSE(Machine.Loop.HasMessages());
+    Windows.WaitForEvents(); // painting the label is no event
+    EXPECT_EQ(shown, "new");
+    person.Soon([&] { person.Click(window, window.Command1); });
+    Windows.WaitForEvents();
+    EXPECT_EQ(Raised(), Log{"Command1"});
 }
 
-TEST_F(QtWindowsTest, AnswersOfAQuestion) {
-    ShowSample();
-    for (const auto& [key, answer] : {std::pair{Qt::Key_Return, MessageAnswer::No},
-                                      {Qt::Key_Escape, MessageAnswer::No},
-                                      {Qt::Key_Y, MessageAnswer::Yes}}) {
-        Soon([key = key] {
-            auto* box = static_cast<QMessageBox*>(QApplication::activeModalWidget());
-            ASSERT_TRUE(QTest::qWaitForWindowActive(box)); // access keys are the active window's
-            QTest::keyClick(box, key, key == Qt::Key_Y ? Qt::AltModifier : Qt::NoModifier);
-        });
-        EXPECT_EQ(Machine.Windows.ShowMessage("?", "T", MessageIcon::Question, MessageButtons::YesNo), answer) << key;
-    }
+// A close that is asked for during a look-up comes after it.
+TEST_F(QtWindowsTest, KeepsACloseUntilHandlersMayRun) {
+    Show();
+    person.Soon([&] { person.Close(window); });
+    int looks = 0;
+    Windows.PaintUntil([&](std::int64_t) { return ++looks > 3; }, 1000);
+    EXPECT_TRUE(window.IsLoaded());
+    Pump();
+    EXPECT_FALSE(window.IsLoaded());
 }
 
-TEST_F(QtWindowsTest, MenuRaisesTheChosenEntryAndNeverAGreyedOne) {
-    ShowSample();
-    Log log;
-    MenuEntry first, line, greyed, last;
-    line.Separator = true;
-    greyed.Enabled = false;
-    for (MenuEntry* entry : {&first, &greyed, &last}) {
-        entry->Caption = entry == &first ? "first" : entry == &greyed ? "greyed" : "last";
-        entry->Click = [&log, entry] {
-            log.push_back(entry->Caption + (QApplication::activePopupWidget() == nullptr ? "" : ", menu open"));
-        };
-    }
-    Menu menu{"menu", "Menu", {&first, &line, &greyed, &last}};
-    Soon([] {
-        for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Return})
-            QTest::keyClick(QApplication::activePopupWidget(), key);
-    });
-    PopUp(menu, *Sample);
-    EXPECT_EQ(log, (Log{"last"}));
-}
-
-TEST_F(QtWindowsTest, MouseMovesReachTheControlUnderTheMouseAlone) {
-    window.Label2.MouseMove = [this] { window.Log.push_back("label"); };
-    window.Frame1.MouseMove = [this] { window.Log.push_back("frame"); };
-    window.MouseMove = [this] { window.Log.push_back("window"); };
-    ShowSample();
-    for (QWidget* widget : {&RealOf<QWidget>(window.Label2), &RealOf<QWidget>(window.Text1),
-                            &RealOf<QWidget>(window.Frame1), RealWindow("Sample")}) {
-        const QPointF place(2, 2);
-        QMouseEvent move(QEvent::MouseMove, place, widget->mapToGlobal(place), Qt::NoButton, {}, {});
-        QCoreApplication::sendEvent(widget, &move);
-    }
-    EXPECT_EQ(window.Log, (Log{"label", "frame", "window"}));
-}
-
-} // namespace tarnwick
+} // namespace
+} // namespace tarnwick::test
