@@ -9,6 +9,10 @@
 #include "shell/Form3.h"
 
 #include <algorithm>
+#include <chrono>
+#include <csignal>
+#include <sys/prctl.h>
+#include <sys/wait.h>
 
 namespace tarnwick::bench {
 

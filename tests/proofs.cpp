@@ -11,11 +11,14 @@
 #include "shell/Preferences.h"
 
 #include <algorithm>
+#include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <iterator>
 #include <map>
 #include <random>
 #include <set>
+#include <sys/wait.h>
 
 namespace tarnwick::test {
 

@@ -4,10 +4,7 @@
 
 #include <arpa/inet.h>
 #include <array>
-#include <atomic>
 #include <cerrno>
-#include <chrono>
-#include <csignal>
 #include <cstdint>
 #include <filesystem>
 #include <functional>
@@ -17,9 +14,7 @@
 #include <string>
 #include <string_view>
 #include <sys/eventfd.h>
-#include <sys/prctl.h>
 #include <sys/socket.h>
-#include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
 #include <utility>
@@ -103,11 +98,7 @@ inline void DropAtClose(int socket) {
 // One accepted connection; each call ends early when the server is given up.
 class Connection {
 public:
-    Connection(Descriptor socket, int stop) : socket_(std::move(socket)), stop_(stop) {
-        // Little room on this side, so that what gets sent is near to what the peer has taken.
-        const int room = 1 << 16;
-        setsockopt(socket_, SOL_SOCKET, SO_SNDBUF, &room, sizeof room);
-    }
+    Connection(Descriptor socket, int stop) : socket_(std::move(socket)), stop_(stop) {}
 
     // Up to the empty line, or to the peer's end.
     std::string ReadRequest() {
@@ -127,25 +118,14 @@ public:
             const ssize_t sent = send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
             if (sent < 0 && (errno != EAGAIN || !WaitFor(POLLOUT, -1)))
                 return false;
-            if (sent > 0) {
-                Sent += static_cast<std::size_t>(sent);
+            if (sent > 0)
                 bytes.remove_prefix(static_cast<std::size_t>(sent));
-            }
         }
         return true;
     }
     // True when the peer goes within this time; without a bound below 0.
     bool WaitForHangup(int ms) { return WaitFor(POLLRDHUP, ms); }
     void Reset() { DropAtClose(socket_); }
-    // Copies what `from` says to the peer until either goes.
-    void Forward(int from) {
-        std::array<char, 4096> buffer = {};
-        for (ssize_t got = 0; (got = recv(from, buffer.data(), buffer.size(), 0)) > 0;)
-            if (!Send({buffer.data(), static_cast<std::size_t>(got)}))
-                return;
-    }
-
-    std::size_t Sent = 0; // bytes
 
 private:
     bool WaitFor(short events, int ms) {
@@ -176,7 +156,6 @@ public:
 
     std::uint16_t Port() const { return bound_.Port; }
     std::string Address() const { return "127.0.0.1:" + std::to_string(Port()); }
-    int Accepted() const { return accepted_; }
 
 private:
     void Run() {
@@ -189,7 +168,6 @@ private:
             if (socket < 0)
                 continue;
             Connection connection(Descriptor(socket), stop_);
-            ++accepted_;
             serve_(connection);
         }
     }
@@ -197,48 +175,7 @@ private:
     Serve serve_;
     BoundPort bound_;
     Descriptor stop_{eventfd(0, EFD_CLOEXEC)};
-    std::atomic<int> accepted_ = 0;
     std::thread thread_;
-};
-
-// A program that listens on `port`; it ends with the object, and with the test however that ends.
-class ServerProgram {
-public:
-    ServerProgram(std::vector<std::string> command, std::uint16_t port) {
-        std::vector<char*> arguments;
-        arguments.reserve(command.size() + 1);
-        for (std::string& argument : command)
-            arguments.push_back(argument.data());
-        arguments.push_back(nullptr);
-        child_ = fork();
-        if (child_ == 0) {
-            prctl(PR_SET_PDEATHSIG, SIGKILL);
-            execv(arguments[0], arguments.data());
-            _exit(127);
-        }
-        if (!Answers(port))
-            throw std::runtime_error(command[0] + " doesn't listen");
-    }
-    ~ServerProgram() {
-        kill(child_, SIGTERM);
-        waitpid(child_, nullptr, 0);
-    }
-    ServerProgram(const ServerProgram&) = delete;
-    ServerProgram& operator=(const ServerProgram&) = delete;
-
-private:
-    bool Answers(std::uint16_t port) const {
-        for (int attempt = 0; attempt < 1000; ++attempt) {
-            if (ConnectTo(TcpSocket(), port))
-                return true;
-            if (waitpid(child_, nullptr, WNOHANG) != 0)
-                return false;
-            std::this_thread::sleep_for(std::chrono::milliseconds(10));
-        }
-        return false;
-    }
-
-    pid_t child_ = 0;
 };
 
 // How many sockets this process has.
