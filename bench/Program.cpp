@@ -45,6 +45,7 @@ public:
             throw std::logic_error("no button " + button.Name);
         widget->click();
     }
+    void Wait() override { QApplication::processEvents(QEventLoop::WaitForMoreEvents); }
     void Draw(Window& window) override {
         windows_.Show(window);
         WidgetOf(window).repaint();

@@ -19,6 +19,8 @@ public:
 
     // The user clicks it. Returns when its handler has.
     virtual void Press(Window& window, Control& button) { window.Raise(button.Click); }
+    // Sleeps until events come, and handles them.
+    virtual void Wait() { Machine.Windows.WaitForEvents(); }
     // Returns when what the window's fields say is on the screen.
     virtual void Draw(Window&) {}
 

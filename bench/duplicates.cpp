@@ -42,7 +42,7 @@ void Check(Program& program, Times& times) {
     program.Press(*Form7, Form7->Command1);
     const double listed = WallSeconds();
     while (Form7->Command1.Caption != "&Finish")
-        services().Windows.WaitForEvents();
+        program.Wait();
     times.Whole.push_back(WallSeconds() - clicked);
     times.Gathering.push_back(compared - listed);
     program.EachPass = nullptr;

@@ -22,12 +22,16 @@ bool QtPump::PumpEvents() {
     Changed();
     source_.Collect();
     loop_.DispatchMessages();
-    if (!ended_)
+    if (!ended_ && IsQtDue())
         ProcessQtEvents(false);
     if (!ended_)
         loop_.FireTimers();
     return !ended_;
 }
+
+// A long piece of work pumps more often than a person could notice, and Qt has to look for its events with calls of the
+// system: within a handler it is asked about every millisecond.
+bool QtPump::IsQtDue() const { return Idle() || clock_.elapsed() > qtAskedAt_; }
 
 // Painting and the windows' bringing in line are no events that a caller waits for: the sleep goes on after them.
 bool QtPump::WaitForEvents() {
@@ -132,6 +136,7 @@ void QtPump::ProcessQtEvents(bool wait) {
     const bool pumping = std::exchange(pumping_, true);
     QCoreApplication::processEvents(wait ? QEventLoop::WaitForMoreEvents : QEventLoop::AllEvents);
     pumping_ = pumping;
+    qtAskedAt_ = clock_.elapsed();
 }
 
 // Sees to it that Qt's loop comes by when the next own event is due. A wake-up that comes too early does no harm.

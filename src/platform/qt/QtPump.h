@@ -71,6 +71,7 @@ private:
     void LeaveHandler();
     void WakeUp();
     void HandleOwnEvents();
+    bool IsQtDue() const;
     void ProcessQtEvents(bool wait);
     void Arm();
     void StopTimer(int& timer);
@@ -81,6 +82,7 @@ private:
     QSocketNotifier notifier_;
 
     QElapsedTimer clock_;
+    std::int64_t qtAskedAt_ = 0;
     int wakeTimer_ = 0; // id of the Qt timer for the next tick, 0: none
     std::int64_t wakeAt_ = 0;
     int syncTimer_ = 0;
