@@ -4,19 +4,54 @@
 
 #include <windows.h>
 
+#include <commctrl.h>
+
 namespace tarnwick {
 
-Win32CommandButton::Win32CommandButton(Win32Window& owner, CommandButton& model, HWND__* parent, int number)
-    : Win32Control(owner, model, parent, number, {L"BUTTON", BS_PUSHBUTTON | BS_NOTIFY}) {}
+namespace {
 
-void Win32CommandButton::OnCommand(unsigned notice) {
+LRESULT CALLBACK ButtonProcedure(HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR /*number*/,
+                                 DWORD_PTR button) {
+    const bool isRepeat = (second & (LPARAM{1} << 30)) != 0;
+    if (message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK ||
+        (message == WM_KEYDOWN && first == VK_SPACE && !isRepeat))
+        reinterpret_cast<Win32Button*>(button)->Press();
+    return DefSubclassProc(window, message, first, second);
+}
+
+std::int64_t Now() { return static_cast<std::int64_t>(GetTickCount64()); }
+
+// When the message that is being handled was sent.
+std::int64_t MessageTime() { return Now() - (GetTickCount() - static_cast<DWORD>(GetMessageTime())); }
+
+} // namespace
+
+Win32Button::Win32Button(Win32Window& owner, Control& model, HWND__* parent, int number, unsigned long style)
+    : Win32Control(owner, model, parent, number, {L"BUTTON", style | BS_NOTIFY}) {
+    SetWindowSubclass(Real(), ButtonProcedure, 0, reinterpret_cast<DWORD_PTR>(this));
+}
+
+void Win32Button::OnCommand(unsigned notice) {
     if (notice == BN_CLICKED)
-        Press();
+        Owner().Do([this](Input& input) { input.Click(Model(), Shown()); });
     else if (notice == BN_SETFOCUS || notice == BN_KILLFOCUS)
         Owner().ShowDefaultButton();
 }
 
-void Win32CommandButton::Press() { Owner().Raise(Model().Click); }
+const std::string& Win32Button::Shown() const { return caption_.At(MessageTime()); }
+
+void Win32Button::Press() {
+    Owner().Do([this](Input& input) { input.Press(Model(), Shown()); });
+}
+
+void Win32Button::SyncContent() {
+    if (caption_.Now() != Model().Caption)
+        caption_.Show(Model().Caption, Now());
+    ShowText(Model().Caption);
+}
+
+Win32CommandButton::Win32CommandButton(Win32Window& owner, CommandButton& model, HWND__* parent, int number)
+    : Win32Button(owner, model, parent, number, BS_PUSHBUTTON) {}
 
 void Win32CommandButton::ShowDefault(bool isDefault) {
     if (isDefault_ == isDefault)
@@ -25,51 +60,22 @@ void Win32CommandButton::ShowDefault(bool isDefault) {
     Send(BM_SETSTYLE, isDefault ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON, TRUE);
 }
 
-Win32CheckBox::Win32CheckBox(Win32Window& owner, CheckBox& model, HWND__* parent, int number)
-    : Win32Control(owner, model, parent, number, {L"BUTTON", BS_CHECKBOX}), box_(model) {}
+Win32Mark::Win32Mark(Win32Window& owner, CheckBox& model, HWND__* parent, int number)
+    : Win32Button(owner, model, parent, number, BS_CHECKBOX) {}
 
-void Win32CheckBox::OnCommand(unsigned notice) {
-    if (notice == BN_CLICKED)
-        Press();
+Win32Mark::Win32Mark(Win32Window& owner, OptionButton& model, HWND__* parent, int number)
+    : Win32Button(owner, model, parent, number, BS_RADIOBUTTON) {}
+
+bool Win32Mark::Value() const {
+    return Model().Kind == ControlKind::CheckBox ? static_cast<CheckBox&>(Model()).Value != 0
+                                                 : static_cast<OptionButton&>(Model()).Value;
 }
 
-void Win32CheckBox::Press() {
-    if (Owner().IsEcho())
+void Win32Mark::SyncContent() {
+    Win32Button::SyncContent();
+    if (value_ == Value())
         return;
-    box_.Value = box_.Value == 0 ? 1 : 0;
-    Owner().Raise(box_.Click);
-}
-
-void Win32CheckBox::SyncContent() {
-    ShowText(box_.Caption);
-    if (value_ == box_.Value)
-        return;
-    value_ = box_.Value;
-    Send(BM_SETCHECK, value_ != 0 ? BST_CHECKED : BST_UNCHECKED);
-}
-
-Win32OptionButton::Win32OptionButton(Win32Window& owner, OptionButton& model, HWND__* parent, int number)
-    : Win32Control(owner, model, parent, number, {L"BUTTON", BS_RADIOBUTTON}), option_(model) {}
-
-void Win32OptionButton::OnCommand(unsigned notice) {
-    if (notice == BN_CLICKED)
-        Press();
-}
-
-void Win32OptionButton::Press() {
-    if (Owner().IsEcho() || option_.Value)
-        return;
-    for (Control* other : Owner().Model().Controls)
-        if (other->Kind == ControlKind::OptionButton)
-            static_cast<OptionButton*>(other)->Value = other == &option_;
-    Owner().Raise(option_.Click);
-}
-
-void Win32OptionButton::SyncContent() {
-    ShowText(option_.Caption);
-    if (value_ == option_.Value)
-        return;
-    value_ = option_.Value;
+    value_ = Value();
     Send(BM_SETCHECK, value_ ? BST_CHECKED : BST_UNCHECKED);
 }
 

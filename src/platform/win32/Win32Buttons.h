@@ -1,49 +1,47 @@
 #pragma once
 
 #include "platform/win32/Win32Control.h"
+#include "window/ShownCaption.h"
 
 namespace tarnwick {
 
-class Win32CommandButton final : public Win32Control {
+// What is clicked for the caption that it shows.
+class Win32Button : public Win32Control {
+public:
+    void OnCommand(unsigned notice) override;
+    const std::string& Shown() const override;
+    // The mouse or the space bar holds it down.
+    void Press();
+
+protected:
+    Win32Button(Win32Window& owner, Control& model, HWND__* parent, int number, unsigned long style);
+    void SyncContent() override;
+
+private:
+    ShownCaption caption_;
+};
+
+class Win32CommandButton final : public Win32Button {
 public:
     Win32CommandButton(Win32Window& owner, CommandButton& model, HWND__* parent, int number);
 
-    void OnCommand(unsigned notice) override;
-    void Press() override;
     // Has the thick border of the button that Enter presses.
     void ShowDefault(bool isDefault);
 
 private:
-    void SyncContent() override { ShowText(Model().Caption); }
-
     bool isDefault_ = false;
 };
 
-class Win32CheckBox final : public Win32Control {
+// A check box or an option button.
+class Win32Mark final : public Win32Button {
 public:
-    Win32CheckBox(Win32Window& owner, CheckBox& model, HWND__* parent, int number);
-
-    void OnCommand(unsigned notice) override;
-    void Press() override;
+    Win32Mark(Win32Window& owner, CheckBox& model, HWND__* parent, int number);
+    Win32Mark(Win32Window& owner, OptionButton& model, HWND__* parent, int number);
 
 private:
     void SyncContent() override;
+    bool Value() const;
 
-    CheckBox& box_;
-    std::int32_t value_ = 0;
-};
-
-class Win32OptionButton final : public Win32Control {
-public:
-    Win32OptionButton(Win32Window& owner, OptionButton& model, HWND__* parent, int number);
-
-    void OnCommand(unsigned notice) override;
-    void Press() override;
-
-private:
-    void SyncContent() override;
-
-    OptionButton& option_;
     bool value_ = false;
 };
 

@@ -9,6 +9,7 @@
 #include "platform/win32/Win32TextBox.h"
 #include "platform/win32/Win32Tree.h"
 #include "platform/win32/Win32Window.h"
+#include "window/Reach.h"
 
 #include <windows.h>
 
@@ -21,9 +22,9 @@ std::unique_ptr<Win32Control> Win32Control::Make(Win32Window& owner, Control& mo
     case ControlKind::CommandButton:
         return std::make_unique<Win32CommandButton>(owner, static_cast<CommandButton&>(model), parent, number);
     case ControlKind::CheckBox:
-        return std::make_unique<Win32CheckBox>(owner, static_cast<CheckBox&>(model), parent, number);
+        return std::make_unique<Win32Mark>(owner, static_cast<CheckBox&>(model), parent, number);
     case ControlKind::OptionButton:
-        return std::make_unique<Win32OptionButton>(owner, static_cast<OptionButton&>(model), parent, number);
+        return std::make_unique<Win32Mark>(owner, static_cast<OptionButton&>(model), parent, number);
     case ControlKind::TextBox:
         return std::make_unique<Win32TextBox>(owner, static_cast<TextBox&>(model), parent, number);
     case ControlKind::Frame:
@@ -47,8 +48,6 @@ Win32Control::Win32Control(Win32Window& owner, Control& model, HWND__* parent, i
         CreateWindowExW(type.ExtendedStyle, type.Class, nullptr, type.Style | WS_CHILD | WS_CLIPSIBLINGS, 0, 0, 0, 0,
                         parent, reinterpret_cast<HMENU>(std::intptr_t{number}), GetModuleHandleW(nullptr), nullptr);
     SetWindowLongPtrW(real_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-    // A later control lies over an earlier one.
-    SetWindowPos(real_, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     SetAccessible(real_, model.AccessibleName, model.AccessibleDescription);
 }
 
@@ -75,18 +74,22 @@ void Win32Control::Sync() {
     if (!(foreColor_ == model_.ForeColor && backColor_ == model_.BackColor)) {
         foreColor_ = model_.ForeColor;
         backColor_ = model_.BackColor;
-        InvalidateRect(real_, nullptr, TRUE);
+        ShowColors();
     }
     SyncContent();
-    if (enabled_ != model_.Enabled) {
-        enabled_ = model_.Enabled;
+    // What can't be seen doesn't exist for a screen reader either.
+    const bool shown = IsShown(owner_.Model(), model_);
+    if (const bool enabled = !shown || IsReachable(owner_.Model(), model_); enabled_ != enabled) {
+        enabled_ = enabled;
         EnableWindow(real_, enabled_);
     }
-    if (const bool visible = ShallShow(); visible_ != visible) {
+    if (const bool visible = shown && !IsEmpty(); visible_ != visible) {
         visible_ = visible;
         ShowWindow(real_, visible ? SW_SHOWNA : SW_HIDE);
     }
 }
+
+void Win32Control::ShowColors() { InvalidateRect(real_, nullptr, TRUE); }
 
 HBRUSH__* Win32Control::PrepareColors(HDC__* surface) const {
     const auto isOwn = [](const Color& color) {
@@ -94,7 +97,7 @@ HBRUSH__* Win32Control::PrepareColors(HDC__* surface) const {
     };
     const Color behind = model_.Container != nullptr ? model_.Container->BackColor : owner_.Model().BackColor;
     const COLORREF back = ColorValue(isOwn(model_.BackColor) ? model_.BackColor : behind, ColorRole::ButtonFace);
-    SetTextColor(surface, ColorValue(model_.ForeColor, ColorRole::ButtonText));
+    SetTextColor(surface, ReadableOn(back, ColorValue(model_.ForeColor, ColorRole::ButtonText)));
     SetBkColor(surface, back);
     return BrushOf(back);
 }

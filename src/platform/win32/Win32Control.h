@@ -34,11 +34,12 @@ public:
     HBRUSH__* PrepareColors(HDC__* surface) const;
 
     virtual void OnCommand(unsigned /*notice*/) {}
-    virtual void OnNotify(tagNMHDR& /*notice*/) {}
+    virtual std::intptr_t OnNotify(tagNMHDR& /*notice*/) { return 0; }
     // What it has posted to itself.
     virtual void OnPosted(std::intptr_t /*what*/) {}
-    // Its access key, or a key that stands for a click on it.
-    virtual void Press() {}
+    // The caption that the user saw when the message that is being handled was on its way.
+    virtual const std::string& Shown() const { return model_.Caption; }
+    virtual void ShowColors();
     // The menu key.
     virtual void OpenMenuByKey() {}
 
@@ -54,7 +55,8 @@ protected:
     virtual void SyncContent() = 0;
     // What depends on the display beside place and font.
     virtual void Scale(int /*dots*/) {}
-    virtual bool ShallShow() const { return model_.Visible; }
+    // A control that shows nothing must not hide what it lies over.
+    virtual bool IsEmpty() const { return false; }
 
     // Shows the text if the last one was another. `literal`: "&" is no access key.
     void ShowText(const std::string& text, bool literal = false);

@@ -15,66 +15,132 @@ namespace tarnwick {
 
 namespace {
 
+// As the grid's mouse event numbers them.
+constexpr int LeftButton = 1;
 constexpr int RightButton = 2;
 
-// The right button opens the menu of the selected row, and selects nothing itself.
+// The right button opens the menu of the selected row, and selects nothing itself. A click below the last row leaves
+// the selection alone.
 LRESULT CALLBACK GridProcedure(HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR /*number*/,
-                               DWORD_PTR grid) {
+                               DWORD_PTR control) {
+    auto& grid = *reinterpret_cast<Win32Grid*>(control);
+    const int x = GET_X_LPARAM(second);
+    const int y = GET_Y_LPARAM(second);
     switch (message) {
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK:
+        if (grid.IsOnRow(x, y))
+            DefSubclassProc(window, message, first, second);
+        else
+            SetFocus(window);
+        grid.PressAt(LeftButton, x, y);
+        return 0;
     case WM_RBUTTONDOWN:
         SetFocus(window);
         return 0;
     case WM_RBUTTONUP:
-        reinterpret_cast<Win32Grid*>(grid)->OpenMenuAt(GET_X_LPARAM(second), GET_Y_LPARAM(second));
+        grid.PressAt(RightButton, x, y);
         return 0;
     case WM_CONTEXTMENU:
         return 0;
+    case WM_MOUSEMOVE:
+        grid.FollowMouse(x, y);
+        break;
     default:
-        return DefSubclassProc(window, message, first, second);
+        break;
     }
+    return DefSubclassProc(window, message, first, second);
+}
+
+// Shift 1, Ctrl 2, Alt 4.
+int ShiftState() {
+    return (GetKeyState(VK_SHIFT) < 0 ? 1 : 0) + (GetKeyState(VK_CONTROL) < 0 ? 2 : 0) +
+           (GetKeyState(VK_MENU) < 0 ? 4 : 0);
 }
 
 } // namespace
 
 Win32Grid::Win32Grid(Win32Window& owner, GridControl& model, HWND__* parent, int number)
     : Win32Control(owner, model, parent, number,
-                   {WC_LISTVIEWW, LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS, WS_EX_CLIENTEDGE}),
+                   {WC_LISTVIEWW, LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS,
+                    WS_EX_CLIENTEDGE}),
       grid_(model) {
     constexpr DWORD styles = LVS_EX_FULLROWSELECT | LVS_EX_GRIDLINES;
     Send(LVM_SETEXTENDEDLISTVIEWSTYLE, styles, styles);
     SetWindowSubclass(Real(), GridProcedure, 0, reinterpret_cast<DWORD_PTR>(this));
 }
 
-Win32Grid::~Win32Grid() {
-    if (rowSpacer_ != nullptr)
-        ImageList_Destroy(rowSpacer_);
+Win32Grid::~Win32Grid() { ImageList_Destroy(rowSpacer_); }
+
+std::string Win32Grid::CellText(int row, int column) const {
+    const auto shown = static_cast<std::size_t>(column);
+    return column >= 0 && shown < columns_.size() ? grid_.CellText(row + 1, columns_[shown]) : std::string();
 }
 
-void Win32Grid::OnNotify(tagNMHDR& notice) {
-    if (notice.code == LVN_GETDISPINFOW) {
+std::intptr_t Win32Grid::OnNotify(tagNMHDR& notice) {
+    switch (notice.code) {
+    case LVN_GETDISPINFOW: {
         LVITEMW& item = reinterpret_cast<NMLVDISPINFOW&>(notice).item;
-        const auto column = static_cast<std::size_t>(item.iSubItem);
-        if ((item.mask & LVIF_TEXT) == 0 || item.cchTextMax <= 0 || column >= columns_.size())
-            return;
-        const std::wstring text = SingleLineOf(grid_.CellText(item.iItem + 1, columns_[column]));
-        lstrcpynW(item.pszText, text.c_str(), item.cchTextMax);
-    } else if (Owner().IsEcho()) {
-        return;
-    } else if (notice.code == LVN_COLUMNCLICK) {
+        if ((item.mask & LVIF_TEXT) != 0 && item.cchTextMax > 0)
+            lstrcpynW(item.pszText, SingleLineOf(CellText(item.iItem, item.iSubItem)).c_str(), item.cchTextMax);
+        return 0;
+    }
+    case LVN_ODFINDITEMW: {
+        const LVFINDINFOW& wanted = reinterpret_cast<NMLVFINDITEMW&>(notice).lvfi;
+        return (wanted.flags & (LVFI_STRING | LVFI_PARTIAL)) == 0 || wanted.psz == nullptr
+                   ? -1
+                   : grid_.FindRow(NarrowOf(wanted.psz)) - 1;
+    }
+    case LVN_COLUMNCLICK: {
         const auto column = static_cast<std::size_t>(reinterpret_cast<NMLISTVIEW&>(notice).iSubItem);
         if (column < columns_.size())
-            Owner().Raise(grid_.HeaderClick, columns_[column]);
-    } else if (notice.code == LVN_ITEMCHANGED) {
-        grid_.SelectedRow = selectedRow_ =
-            static_cast<int>(Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED)) + 1;
+            Owner().Do([&](Input& input) { input.ClickHeader(grid_, columns_[column]); });
+        return 0;
+    }
+    case LVN_ITEMCHANGED:
+        if (!Owner().IsEcho()) {
+            const auto row = static_cast<int>(Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
+            Owner().Do([&](Input& input) { input.Select(grid_, row + 1); });
+            selectedRow_ = row + 1;
+        }
+        return 0;
+    default:
+        return 0;
     }
 }
 
-void Win32Grid::OpenMenuAt(int x, int y) {
+bool Win32Grid::IsOnRow(int x, int y) const {
+    LVHITTESTINFO hit = {};
+    hit.pt = {x, y};
+    return Send(LVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit)) >= 0;
+}
+
+void Win32Grid::PressAt(int button, int x, int y) {
     POINT place = {x, y};
     ClientToScreen(Real(), &place);
     Owner().SetMenuPlace(place.x, place.y);
-    Owner().Raise(grid_.MouseButton, RightButton, 0, x, y);
+    Owner().Do([&](Input& input) { input.PressGrid(grid_, button, ShiftState(), x, y); });
+}
+
+// A cell that is cut off shows its whole text as a tool tip.
+void Win32Grid::FollowMouse(int x, int y) {
+    LVHITTESTINFO hit = {};
+    hit.pt = {x, y};
+    Send(LVM_SUBITEMHITTEST, 0, reinterpret_cast<LPARAM>(&hit));
+    if (std::pair(hit.iItem, hit.iSubItem) == tipCell_)
+        return;
+    tipCell_ = {hit.iItem, hit.iSubItem};
+    std::string text = hit.iItem < 0 ? std::string() : CellText(hit.iItem, hit.iSubItem);
+    RECT cell = {};
+    if (!text.empty()) {
+        ListView_GetSubItemRect(Real(), hit.iItem, hit.iSubItem, LVIR_BOUNDS, &cell);
+        cell.right = cell.left + ListView_GetColumnWidth(Real(), hit.iSubItem);
+        const int margins = ScaledPixels(12, dots_);
+        const std::wstring shown = SingleLineOf(text);
+        if (Send(LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(shown.c_str())) + margins <= cell.right - cell.left)
+            text.clear();
+    }
+    Owner().ToolTips().ShowPart(Real(), cell, text);
 }
 
 void Win32Grid::OpenMenuByKey() {
@@ -83,7 +149,7 @@ void Win32Grid::OpenMenuByKey() {
         ListView_GetItemRect(Real(), grid_.SelectedRow - 1, &row, LVIR_LABEL);
     RECT area;
     GetClientRect(Real(), &area);
-    OpenMenuAt(row.left, std::clamp(row.bottom, 0L, area.bottom));
+    PressAt(RightButton, row.left, std::clamp(row.bottom, 0L, area.bottom));
 }
 
 void Win32Grid::SyncContent() {
@@ -91,6 +157,7 @@ void Win32Grid::SyncContent() {
         ShowColumns();
     const bool changed = revision_ != grid_.Revision();
     if (changed) {
+        tipCell_ = {-1, -1};
         revision_ = grid_.Revision();
         Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(grid_.RowCount()), LVSICF_NOSCROLL);
         InvalidateRect(Real(), nullptr, FALSE);
@@ -135,8 +202,7 @@ void Win32Grid::Scale(int dots) {
     dots_ = dots;
     const HIMAGELIST spacer = ImageList_Create(1, ScaledPixels(grid_.DefaultRowHeight, dots) - 1, ILC_COLOR, 1, 1);
     Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(spacer));
-    if (rowSpacer_ != nullptr)
-        ImageList_Destroy(rowSpacer_);
+    ImageList_Destroy(rowSpacer_);
     rowSpacer_ = spacer;
     ShowColumns();
 }

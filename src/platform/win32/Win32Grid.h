@@ -2,9 +2,9 @@
 
 #include "platform/win32/Win32Control.h"
 
+#include <string>
+#include <utility>
 #include <vector>
-
-struct _IMAGELIST;
 
 namespace tarnwick {
 
@@ -14,16 +14,20 @@ public:
     Win32Grid(Win32Window& owner, GridControl& model, HWND__* parent, int number);
     ~Win32Grid() override;
 
-    void OnNotify(tagNMHDR& notice) override;
+    std::intptr_t OnNotify(tagNMHDR& notice) override;
     void OpenMenuByKey() override;
-    // The right button was released at this point of the grid.
-    void OpenMenuAt(int x, int y);
+
+    // What the mouse does at this point of the grid.
+    bool IsOnRow(int x, int y) const;
+    void PressAt(int button, int x, int y);
+    void FollowMouse(int x, int y);
 
 private:
     void SyncContent() override;
     void Scale(int dots) override;
     void ShowColumns();
     void ShowSelection();
+    std::string CellText(int row, int column) const;
 
     GridControl& grid_;
     std::vector<int> columns_; // the model's number of each column that shows
@@ -31,6 +35,7 @@ private:
     std::uint64_t revision_ = 0;
     int selectedRow_ = 0;
     int dots_ = 0;
+    std::pair<int, int> tipCell_ = {-1, -1}; // whose tool tip is set
     _IMAGELIST* rowSpacer_ = nullptr;
 };
 

@@ -9,6 +9,7 @@ struct HFONT__;
 struct HBITMAP__;
 struct HDC__;
 struct HBRUSH__;
+struct _IMAGELIST;
 struct tagMSG;
 
 namespace tarnwick {

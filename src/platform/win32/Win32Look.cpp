@@ -1,5 +1,6 @@
 #include "platform/win32/Win32Look.h"
 
+#include "platform/win32/Win32System.h"
 #include "platform/win32/Win32Text.h"
 
 #include <windows.h>
@@ -7,6 +8,7 @@
 #include <olectl.h>
 #include <shlwapi.h>
 
+#include <algorithm>
 #include <cmath>
 #include <map>
 #include <tuple>
@@ -17,11 +19,6 @@ namespace {
 
 constexpr int TwipsPerInch = 1440;
 constexpr int PointsPerInch = 72;
-
-// A function that only newer systems have; nullptr elsewhere.
-template <class Function> Function NewerUserFunction(const char* name) {
-    return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"user32.dll"), name)));
-}
 
 int ScreenDots() {
     const HDC screen = GetDC(nullptr);
@@ -49,11 +46,26 @@ IPicture* LoadPictureResource(const std::string& name) {
     return SUCCEEDED(result) ? picture : nullptr;
 }
 
+// Web Content Accessibility Guidelines 2.1, relative luminance and contrast ratio.
+double Luminance(COLORREF color) {
+    const auto part = [](BYTE value) {
+        const double share = value / 255.0;
+        return share <= 0.04045 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * part(GetRValue(color)) + 0.7152 * part(GetGValue(color)) + 0.0722 * part(GetBValue(color));
+}
+
+double Contrast(COLORREF one, COLORREF other) {
+    const double light = std::max(Luminance(one), Luminance(other));
+    const double dark = std::min(Luminance(one), Luminance(other));
+    return (light + 0.05) / (dark + 0.05);
+}
+
 } // namespace
 
 int DotsOf(HWND__* window) {
     using Function = UINT(WINAPI*)(HWND);
-    static const auto dotsForWindow = NewerUserFunction<Function>("GetDpiForWindow");
+    static const auto dotsForWindow = SystemFunction<Function>(L"user32.dll", "GetDpiForWindow");
     const int dots = dotsForWindow == nullptr ? 0 : static_cast<int>(dotsForWindow(window));
     return dots > 0 ? dots : ScreenDots();
 }
@@ -93,6 +105,18 @@ std::uint32_t ColorValue(const Color& color, ColorRole fallback) {
     }
 }
 
+std::uint32_t ReadableOn(std::uint32_t back, std::uint32_t text) {
+    constexpr double enough = 4.5;
+    HIGHCONTRASTW scheme = {};
+    scheme.cbSize = sizeof scheme;
+    if (SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof scheme, &scheme, 0) == FALSE ||
+        (scheme.dwFlags & HCF_HIGHCONTRASTON) == 0 || Contrast(back, text) >= enough)
+        return text;
+    constexpr COLORREF black = RGB(0, 0, 0);
+    constexpr COLORREF white = RGB(255, 255, 255);
+    return Contrast(back, black) > Contrast(back, white) ? black : white;
+}
+
 HBRUSH__* BrushOf(std::uint32_t color) {
     static std::map<std::uint32_t, HBRUSH> brushes;
     HBRUSH& made = brushes[color];
@@ -124,20 +148,29 @@ HBITMAP__* PictureOf(const std::string& name, int width, int height) {
     return bitmap;
 }
 
-void SetIcon(HWND__* window, const std::string& name) {
+void SetIcon(HWND__* window, const std::string& name, int dots) {
+    using Function = int(WINAPI*)(int, UINT);
+    static const auto metricsForDots = SystemFunction<Function>(L"user32.dll", "GetSystemMetricsForDpi");
+    // Kept for the whole process, as they are few.
+    static std::map<std::tuple<std::string, int>, HANDLE> icons;
     const std::wstring resource = ResourceName(name);
-    const auto load = [&](int width, int height) {
-        return name.empty() ? nullptr
-                            : LoadImageW(GetModuleHandleW(nullptr), resource.c_str(), IMAGE_ICON,
-                                         GetSystemMetrics(width), GetSystemMetrics(height), LR_SHARED);
+    const auto load = [&](int metric) -> HANDLE {
+        if (name.empty())
+            return nullptr;
+        const int size =
+            metricsForDots == nullptr ? GetSystemMetrics(metric) : metricsForDots(metric, static_cast<UINT>(dots));
+        HANDLE& icon = icons[{name, size}];
+        if (icon == nullptr)
+            icon = LoadImageW(GetModuleHandleW(nullptr), resource.c_str(), IMAGE_ICON, size, size, LR_DEFAULTCOLOR);
+        return icon;
     };
-    SendMessageW(window, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(load(SM_CXICON, SM_CYICON)));
-    SendMessageW(window, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(load(SM_CXSMICON, SM_CYSMICON)));
+    SendMessageW(window, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(load(SM_CXICON)));
+    SendMessageW(window, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(load(SM_CXSMICON)));
 }
 
 void GrowToWindow(int& width, int& height, HWND__* window, int dots) {
     using Function = BOOL(WINAPI*)(RECT*, DWORD, BOOL, DWORD, UINT);
-    static const auto adjustForDots = NewerUserFunction<Function>("AdjustWindowRectExForDpi");
+    static const auto adjustForDots = SystemFunction<Function>(L"user32.dll", "AdjustWindowRectExForDpi");
     const auto style = static_cast<DWORD>(GetWindowLongW(window, GWL_STYLE));
     const auto extended = static_cast<DWORD>(GetWindowLongW(window, GWL_EXSTYLE));
     RECT area = {0, 0, width, height};

@@ -21,13 +21,16 @@ HFONT__* FontOf(const Font& font, int dots);
 
 // A colour as GDI takes it. `fallback` is the role that stands in for ControlDefault and for Transparent.
 std::uint32_t ColorValue(const Color& color, ColorRole fallback);
+// That colour for a text on `back`. In a high contrast scheme the two may be of different pairs, and a text that can't
+// be read becomes black or white.
+std::uint32_t ReadableOn(std::uint32_t back, std::uint32_t text);
 // The brush of that colour, kept for the whole process.
 HBRUSH__* BrushOf(std::uint32_t color);
 
 // The picture among the program's resources, drawn to this size; nullptr when there is none. The caller deletes it.
 HBITMAP__* PictureOf(const std::string& name, int width, int height);
 // Gives a window its icon, or the system's own for an empty name.
-void SetIcon(HWND__* window, const std::string& name);
+void SetIcon(HWND__* window, const std::string& name, int dots);
 
 // The size of a whole window whose client area has this size in pixels.
 void GrowToWindow(int& width, int& height, HWND__* window, int dots);

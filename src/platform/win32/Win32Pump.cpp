@@ -13,12 +13,6 @@ constexpr const wchar_t* AlarmClass = L"TarnwickAlarm";
 constexpr std::uintptr_t TickTimer = 1;
 constexpr std::uintptr_t SyncTimer = 2;
 
-// A busy program brings its windows in line about as often as a screen shows it, and spends at most a tenth of its time
-// on that, as long as they don't come to stand still.
-constexpr std::int64_t MsBetweenSyncs = 16;
-constexpr std::int64_t TimesSyncCost = 10;
-constexpr std::int64_t LongestMsBetweenSyncs = 200;
-
 LRESULT CALLBACK AlarmProcedure(HWND window, UINT message, WPARAM first, LPARAM second) {
     if (message != WM_TIMER)
         return DefWindowProcW(window, message, first, second);
@@ -80,7 +74,7 @@ void Win32Pump::PaintUntil(const std::function<bool(std::int64_t)>& isDone, std:
                 End();
             else
                 DispatchMessageW(&message);
-    } while (!isDone(std::clamp<std::int64_t>(end - clock_.Now(), 0, MsBetweenSyncs)) && clock_.Now() < end);
+    } while (!isDone(std::clamp<std::int64_t>(end - clock_.Now(), 0, Pace::Shortest)) && clock_.Now() < end);
     painting_ = false;
 }
 
@@ -108,7 +102,7 @@ void Win32Pump::Prepare() {
 }
 
 void Win32Pump::Changed() {
-    const std::int64_t wait = Idle() ? 0 : nextSyncAt_ - clock_.Now();
+    const std::int64_t wait = Idle() ? 0 : pace_.Wait(clock_.Now());
     if (wait <= 0) {
         SyncNow();
     } else if (!syncAwaited_) {
@@ -125,8 +119,7 @@ void Win32Pump::SyncNow() {
     syncing_ = true;
     const std::int64_t start = clock_.Now();
     sync_();
-    const std::int64_t end = clock_.Now();
-    nextSyncAt_ = end + std::clamp(TimesSyncCost * (end - start), MsBetweenSyncs, LongestMsBetweenSyncs);
+    pace_.Done(start, clock_.Now());
     syncing_ = false;
 }
 

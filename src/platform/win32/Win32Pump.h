@@ -6,6 +6,7 @@
 
 #include "platform/win32/Win32Handles.h"
 #include "window/MessageLoop.h"
+#include "window/Pace.h"
 
 #include <cstdint>
 #include <functional>
@@ -45,6 +46,8 @@ public:
     template <class Handler> void Handle(Handler&& handler) {
         if (ended_ || painting_ || syncing_)
             return;
+        if (Idle())
+            pace_.Begin();
         ++handlers_;
         std::forward<Handler>(handler)();
         LeaveHandler();
@@ -67,8 +70,8 @@ private:
     HWND__* alarm_ = nullptr; // never seen: gets the system's timer messages
 
     std::int64_t wakeAt_ = 0; // of the system's timer for the next tick, in ms of the clock; 0: it doesn't run
-    std::int64_t nextSyncAt_ = 0;
-    bool syncAwaited_ = false; // the system's timer for it runs
+    Pace pace_;
+    bool syncAwaited_ = false; // the system's timer for the next sync runs
     int handlers_ = 0;         // on the stack
     bool painting_ = false;    // and nothing else, until some work is done
     bool syncing_ = false;

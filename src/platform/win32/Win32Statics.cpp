@@ -1,5 +1,6 @@
 #include "platform/win32/Win32Statics.h"
 
+#include "platform/win32/Win32Accessible.h"
 #include "platform/win32/Win32Look.h"
 #include "platform/win32/Win32Text.h"
 #include "platform/win32/Win32Window.h"
@@ -17,8 +18,8 @@ DWORD LabelStyle(const Label& label) {
     return SS_NOPREFIX | alignment | (label.WordWrap ? 0U : SS_ENDELLIPSIS);
 }
 
-// The system's group box is a window over the others that paints no ground and lets clicks through; a frame does both,
-// and hands on what its controls tell.
+// The system's group box is a window over the others that paints no ground and lets clicks through. A frame paints its
+// ground, keeps clicks, and hands on what its controls report.
 LRESULT CALLBACK FrameProcedure(HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR /*number*/,
                                 DWORD_PTR control) {
     switch (message) {
@@ -27,10 +28,11 @@ LRESULT CALLBACK FrameProcedure(HWND window, UINT message, WPARAM first, LPARAM 
     case WM_CTLCOLORBTN:
     case WM_CTLCOLOREDIT:
     case WM_CTLCOLORSTATIC:
-        return SendMessageW(GetParent(window), message, first, second);
+        return SendMessageW(GetAncestor(window, GA_PARENT), message, first, second);
     case WM_NCHITTEST:
         return HTCLIENT;
-    case WM_ERASEBKGND: {
+    case WM_ERASEBKGND:
+    case WM_PRINTCLIENT: {
         const auto surface = reinterpret_cast<HDC>(first);
         RECT area;
         GetClientRect(window, &area);
@@ -45,18 +47,21 @@ LRESULT CALLBACK FrameProcedure(HWND window, UINT message, WPARAM first, LPARAM 
 } // namespace
 
 Win32Label::Win32Label(Win32Window& owner, Label& model, HWND__* parent, int number)
-    : Win32Control(owner, model, parent, number, {L"STATIC", LabelStyle(model)}), label_(model) {}
+    : Win32Control(owner, model, parent, number, {L"STATIC", LabelStyle(model)}), label_(model) {
+    if (label_.WordWrap)
+        SetAnnouncing(Real());
+}
 
 void Win32Label::SyncContent() {
     if (lines_ == label_.Caption)
         return;
     lines_ = label_.Caption;
     SetWindowTextW(Real(), (label_.WordWrap ? LinesOf(lines_) : SingleLineOf(lines_)).c_str());
+    if (label_.WordWrap)
+        AnnounceText(Real());
 }
 
-bool Win32Label::ShallShow() const {
-    return label_.Visible && !(label_.Caption.empty() && label_.BackColor.Role == ColorRole::Transparent);
-}
+bool Win32Label::IsEmpty() const { return label_.Caption.empty() && label_.BackColor.Role == ColorRole::Transparent; }
 
 Win32Frame::Win32Frame(Win32Window& owner, Frame& model, HWND__* parent, int number)
     : Win32Control(owner, model, parent, number, {L"BUTTON", BS_GROUPBOX | WS_CLIPCHILDREN}) {
@@ -84,11 +89,14 @@ void Win32Picture::Scale(int /*dots*/) {
         return;
     RECT area;
     GetClientRect(Real(), &area);
-    HBITMAP bitmap = PictureOf(shown_, area.right, area.bottom);
+    const HBITMAP bitmap = PictureOf(shown_, area.right, area.bottom);
     Send(STM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(bitmap));
     if (bitmap_ != nullptr)
         DeleteObject(bitmap_);
-    bitmap_ = bitmap;
+    // A static control may show a copy of its own, which is then ours to delete.
+    bitmap_ = reinterpret_cast<HBITMAP>(Send(STM_GETIMAGE, IMAGE_BITMAP));
+    if (bitmap_ != bitmap)
+        DeleteObject(bitmap);
 }
 
 } // namespace tarnwick

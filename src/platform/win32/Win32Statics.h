@@ -12,8 +12,7 @@ public:
 
 private:
     void SyncContent() override;
-    // A label that shows nothing must not hide what it lies over.
-    bool ShallShow() const override;
+    bool IsEmpty() const override;
 
     Label& label_;
     std::string lines_;
@@ -36,7 +35,7 @@ public:
 private:
     void SyncContent() override;
     void Scale(int dots) override;
-    bool ShallShow() const override { return picture_.Visible && !picture_.Picture.empty(); }
+    bool IsEmpty() const override { return picture_.Picture.empty(); }
 
     PictureBox& picture_;
     std::string shown_;

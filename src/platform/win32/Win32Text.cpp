@@ -1,5 +1,8 @@
 #include "platform/win32/Win32Text.h"
 
+#include "window/Text.h"
+#include "window/Utf8.h"
+
 #include <windows.h>
 
 #include <algorithm>
@@ -23,10 +26,26 @@ bool Convert(std::string_view text, UINT codePage, DWORD flags, std::wstring& wi
     return true;
 }
 
-bool IsControl(wchar_t c) { return c < L' ' || (c >= 0x7F && c < 0xA0) || c == 0x2028 || c == 0x2029; }
+std::string Convert(std::wstring_view text, UINT codePage, DWORD flags) {
+    if (text.empty())
+        return {};
+    const int length = static_cast<int>(text.size());
+    const int size = WideCharToMultiByte(codePage, flags, text.data(), length, nullptr, 0, nullptr, nullptr);
+    std::string narrow(static_cast<std::size_t>(size), '\0');
+    WideCharToMultiByte(codePage, flags, text.data(), length, narrow.data(), size, nullptr, nullptr);
+    return narrow;
+}
 
-bool IsAscii(std::string_view text) {
-    return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+std::wstring FromUtf8(std::string_view text) {
+    std::wstring wide;
+    Convert(text, CP_UTF8, 0, wide);
+    return wide;
+}
+
+std::string AsUtf8(std::string_view text) {
+    std::wstring wide;
+    return GetACP() == CP_UTF8 || Convert(text, CP_UTF8, MB_ERR_INVALID_CHARS, wide) ? std::string(text)
+                                                                                     : Utf8Of(WideOf(text));
 }
 
 std::string UpperAscii(std::string_view text) {
@@ -46,36 +65,15 @@ std::wstring WideOf(std::string_view text) {
 }
 
 std::string NarrowOf(std::wstring_view text) {
-    if (text.empty())
-        return {};
     // No letter is swapped for one that only looks alike: the text could then name another file.
-    const DWORD flags = GetACP() == CP_UTF8 ? 0 : WC_NO_BEST_FIT_CHARS;
-    const int length = static_cast<int>(text.size());
-    const int size = WideCharToMultiByte(CP_ACP, flags, text.data(), length, nullptr, 0, nullptr, nullptr);
-    std::string narrow(static_cast<std::size_t>(size), '\0');
-    WideCharToMultiByte(CP_ACP, flags, text.data(), length, narrow.data(), size, nullptr, nullptr);
-    return narrow;
+    return Convert(text, CP_ACP, GetACP() == CP_UTF8 ? 0 : WC_NO_BEST_FIT_CHARS);
 }
 
-std::wstring LinesOf(std::string_view text) {
-    std::wstring shown;
-    if (!Convert(text, CP_UTF8, MB_ERR_INVALID_CHARS, shown))
-        shown = WideOf(text);
-    for (std::size_t at = 0; at < shown.size(); ++at) {
-        if (shown[at] == L'\r' && at + 1 < shown.size() && shown[at + 1] == L'\n')
-            ++at;
-        else if (IsControl(shown[at]))
-            shown[at] = L' ';
-    }
-    return shown;
-}
+std::string Utf8Of(std::wstring_view text) { return Convert(text, CP_UTF8, 0); }
 
-std::wstring SingleLineOf(std::string_view text) {
-    std::wstring line = LinesOf(text);
-    std::erase(line, L'\r');
-    std::ranges::replace(line, L'\n', L' ');
-    return line;
-}
+std::wstring LinesOf(std::string_view text) { return FromUtf8(ShownLines(AsUtf8(text))); }
+
+std::wstring SingleLineOf(std::string_view text) { return FromUtf8(ShownLine(AsUtf8(text))); }
 
 std::wstring LiteralCaption(std::string_view text) {
     std::wstring caption = SingleLineOf(text);

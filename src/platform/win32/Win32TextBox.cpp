@@ -22,7 +22,8 @@ void Win32TextBox::OnCommand(unsigned notice) {
         return;
     std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(Real())) + 1, L'\0');
     text.resize(static_cast<std::size_t>(GetWindowTextW(Real(), text.data(), static_cast<int>(text.size()))));
-    box_.Text = shown_ = NarrowOf(text);
+    shown_ = NarrowOf(text);
+    Owner().Do([this](Input& input) { input.Edit(box_, shown_); });
 }
 
 void Win32TextBox::SyncContent() {

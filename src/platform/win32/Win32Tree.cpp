@@ -1,5 +1,6 @@
 #include "platform/win32/Win32Tree.h"
 
+#include "platform/win32/Win32CheckImages.h"
 #include "platform/win32/Win32Look.h"
 #include "platform/win32/Win32Text.h"
 #include "platform/win32/Win32Window.h"
@@ -22,40 +23,49 @@ Win32Tree::Win32Tree(Win32Window& owner, TreeControl& model, HWND__* parent, int
           owner, model, parent, number,
           {WC_TREEVIEWW, TVS_HASLINES | TVS_HASBUTTONS | TVS_DISABLEDRAGDROP | TVS_SHOWSELALWAYS, WS_EX_CLIENTEDGE}),
       tree_(model) {
-    // The system takes this style only behind the making.
+    // The system takes this style only after the window has been made.
     SetWindowLongPtrW(Real(), GWL_STYLE, GetWindowLongPtrW(Real(), GWL_STYLE) | TVS_CHECKBOXES);
-    Send(TVM_SETTEXTCOLOR, 0, static_cast<LPARAM>(ColorValue(model.ForeColor, ColorRole::ButtonText)));
+    ImageList_Destroy(TreeView_SetImageList(Real(), nullptr, TVSIL_STATE));
 }
 
-// The tree changes a check behind these notices, so it is looked at a moment later.
-void Win32Tree::OnNotify(tagNMHDR& notice) {
-    if (notice.code == NM_CLICK || notice.code == NM_DBLCLK) {
+Win32Tree::~Win32Tree() { ImageList_Destroy(boxes_); }
+
+// A screen reader changes a check as well as mouse and key do. It has changed only after these notices, so it is looked
+// at a moment later; not every system sends the one that all changes have in common.
+std::intptr_t Win32Tree::OnNotify(tagNMHDR& notice) {
+    if (Owner().IsEcho())
+        return 0;
+    if (notice.code == TVN_ITEMCHANGEDW) {
+        Post(reinterpret_cast<const NMTVITEMCHANGE&>(notice).lParam);
+    } else if (notice.code == NM_CLICK || notice.code == NM_DBLCLK) {
         const DWORD place = GetMessagePos();
         TVHITTESTINFO hit = {};
         hit.pt = {static_cast<short>(LOWORD(place)), static_cast<short>(HIWORD(place))};
         ScreenToClient(Real(), &hit.pt);
         TreeView_HitTest(Real(), &hit);
         if ((hit.flags & TVHT_ONITEMSTATEICON) != 0)
-            Post(reinterpret_cast<LPARAM>(hit.hItem));
+            Post(IndexOf(hit.hItem));
     } else if (notice.code == TVN_KEYDOWN && reinterpret_cast<NMTVKEYDOWN&>(notice).wVKey == VK_SPACE) {
-        Post(reinterpret_cast<LPARAM>(TreeView_GetSelection(Real())));
+        Post(IndexOf(TreeView_GetSelection(Real())));
     }
+    return 0;
+}
+
+std::intptr_t Win32Tree::IndexOf(HTREEITEM item) const {
+    TVITEMW row = {};
+    row.mask = TVIF_PARAM;
+    row.hItem = item;
+    return Send(TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&row)) == FALSE ? 0 : row.lParam;
 }
 
 void Win32Tree::OnPosted(std::intptr_t what) {
-    TVITEMW item = {};
-    item.mask = TVIF_PARAM;
-    item.hItem = reinterpret_cast<HTREEITEM>(what);
-    if (Send(TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item)) == FALSE)
+    if (what < 1 || what > static_cast<std::intptr_t>(items_.size()))
         return;
-    const int index = static_cast<int>(item.lParam);
-    const std::int32_t value = RealCheck(index);
-    if (!tree_.NodeAt(index).HasCheck) {
-        ShowCheck(index); // the space bar gives a heading a box
-    } else if (value != tree_.NodeCheck(index)) {
-        tree_.SetNodeCheck(index, value);
-        Owner().Raise(tree_.Check, index, value);
-    }
+    const int index = static_cast<int>(what);
+    if (RealCheck(index) != tree_.NodeCheck(index))
+        Owner().Do([&](Input& input) { input.Tick(tree_, index); });
+    // What the model has not taken, and the box that the space bar gives a heading.
+    ShowCheck(index);
 }
 
 std::int32_t Win32Tree::RealCheck(int index) const {
@@ -88,7 +98,9 @@ void Win32Tree::ShowNodes() {
         AddNode(index);
     for (HTREEITEM item : items_)
         Send(TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(item));
+    Send(TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(TreeView_GetRoot(Real())));
     Send(WM_SETREDRAW, TRUE);
+    InvalidateRect(Real(), nullptr, TRUE);
 }
 
 void Win32Tree::AddNode(int index) {
@@ -97,7 +109,7 @@ void Win32Tree::AddNode(int index) {
     std::wstring text = SingleLineOf(node.Text);
     TVINSERTSTRUCTW row = {};
     row.hParent = node.Parent == 0 ? TVI_ROOT : items_[parent - 1];
-    // Behind the last one by name: the system would look for it through all the others.
+    // After the last one by name: the system would look for it through all the others.
     row.hInsertAfter = lastBelow_[parent] == nullptr ? TVI_FIRST : lastBelow_[parent];
     row.item.mask = TVIF_TEXT | TVIF_PARAM;
     row.item.pszText = text.data();
@@ -114,6 +126,20 @@ void Win32Tree::ShowCheck(int index) {
     item.stateMask = TVIS_STATEIMAGEMASK;
     item.state = INDEXTOSTATEIMAGEMASK(StateOf(tree_.NodeAt(index)));
     Send(TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+}
+
+void Win32Tree::Scale(int dots) {
+    dots_ = dots;
+    ShowColors();
+}
+
+void Win32Tree::ShowColors() {
+    Win32Control::ShowColors();
+    TreeView_SetTextColor(Real(), ColorValue(tree_.ForeColor, ColorRole::ButtonText));
+    const HIMAGELIST former = boxes_;
+    boxes_ = MakeCheckImages(Real(), dots_);
+    TreeView_SetImageList(Real(), boxes_, TVSIL_STATE);
+    ImageList_Destroy(former);
 }
 
 } // namespace tarnwick

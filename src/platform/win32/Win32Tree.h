@@ -12,15 +12,20 @@ class Win32Tree final : public Win32Control {
 public:
     Win32Tree(Win32Window& owner, TreeControl& model, HWND__* parent, int number);
 
-    void OnNotify(tagNMHDR& notice) override;
+    ~Win32Tree() override;
+
+    std::intptr_t OnNotify(tagNMHDR& notice) override;
     void OnPosted(std::intptr_t what) override;
 
 private:
     void SyncContent() override;
+    void Scale(int dots) override;
+    void ShowColors() override;
     void ShowNodes();
     void AddNode(int index);
     void ShowCheck(int index);
-    // The node's check as the real tree has it; the model's own for a heading.
+    std::intptr_t IndexOf(_TREEITEM* item) const;
+    // The node's check as the real tree has it.
     std::int32_t RealCheck(int index) const;
 
     TreeControl& tree_;
@@ -28,6 +33,8 @@ private:
     std::vector<_TREEITEM*> lastBelow_; // the last node under each, by index; under the top level at 0
     std::uint64_t revision_ = 0;
     std::uint64_t checkRevision_ = 0;
+    int dots_ = 0;
+    _IMAGELIST* boxes_ = nullptr;
 };
 
 } // namespace tarnwick

@@ -1,8 +1,10 @@
 #include "platform/win32/Win32Window.h"
 
+#include "platform/win32/Win32Accessible.h"
 #include "platform/win32/Win32Buttons.h"
 #include "platform/win32/Win32Keyboard.h"
 #include "platform/win32/Win32Look.h"
+#include "platform/win32/Win32Painting.h"
 #include "platform/win32/Win32Text.h"
 #include "window/Reach.h"
 
@@ -18,8 +20,9 @@ namespace tarnwick {
 namespace {
 
 constexpr const wchar_t* WindowClass = L"TarnwickWindow";
+constexpr UINT ScaledSizeMessage = 0x02E4; // WM_GETDPISCALEDSIZE, which not every set of headers defines
 
-LRESULT CALLBACK WindowProcedureOf(HWND window, UINT message, WPARAM first, LPARAM second) {
+LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM first, LPARAM second) {
     auto* own = reinterpret_cast<Win32Window*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     return own == nullptr ? DefWindowProcW(window, message, first, second) : own->OnMessage(message, first, second);
 }
@@ -27,7 +30,7 @@ LRESULT CALLBACK WindowProcedureOf(HWND window, UINT message, WPARAM first, LPAR
 void RegisterWindowClass() {
     WNDCLASSEXW type = {};
     type.cbSize = sizeof type;
-    type.lpfnWndProc = WindowProcedureOf;
+    type.lpfnWndProc = Procedure;
     type.hInstance = GetModuleHandleW(nullptr);
     type.hCursor = LoadCursorW(nullptr, MAKEINTRESOURCEW(32512)); // IDC_ARROW
     type.lpszClassName = WindowClass;
@@ -52,13 +55,12 @@ DWORD ExtendedStyleOf(const Window& window) {
            (window.InTaskBar ? DWORD{WS_EX_APPWINDOW} : 0U);
 }
 
-Win32Control* ControlOf(HWND window) {
-    return window == nullptr ? nullptr : reinterpret_cast<Win32Control*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-}
+bool IsMouseButton(UINT message) { return message > WM_MOUSEMOVE && message <= WM_MOUSELAST; }
+bool IsKey(UINT message) { return message >= WM_KEYFIRST && message <= WM_KEYLAST; }
 
 } // namespace
 
-Win32Window::Win32Window(Window& window, Win32Pump& pump) : model_(window), pump_(pump) {
+Win32Window::Win32Window(Window& window, Win32Pump& pump) : model_(window), input_(window), pump_(pump) {
     RegisterWindowClass();
     title_ = window.Title;
     real_ = CreateWindowExW(ExtendedStyleOf(window), WindowClass, SingleLineOf(title_).c_str(), StyleOf(window),
@@ -67,6 +69,8 @@ Win32Window::Win32Window(Window& window, Win32Pump& pump) : model_(window), pump
 }
 
 Win32Window::~Win32Window() {
+    for (const auto& control : controls_)
+        ForgetAccessible(control->Real());
     SetWindowLongPtrW(real_, GWLP_USERDATA, 0);
     DestroyWindow(real_);
 }
@@ -77,9 +81,12 @@ Win32Control* Win32Window::Find(const Control* control) const {
     return found == controls_.end() ? nullptr : found->get();
 }
 
-Win32Control* Win32Window::Focused() const {
-    const HWND focus = GetFocus();
-    return focus != real_ && IsChild(real_, focus) ? ControlOf(focus) : nullptr;
+// Any program can send a message that names any window.
+Win32Control* Win32Window::ControlOf(HWND__* window) const {
+    for (; window != nullptr && window != real_; window = GetAncestor(window, GA_PARENT))
+        if (const auto found = std::ranges::find(controls_, window, &Win32Control::Real); found != controls_.end())
+            return found->get();
+    return nullptr;
 }
 
 void Win32Window::Build() {
@@ -89,20 +96,31 @@ void Win32Window::Build() {
         if (auto made = Win32Control::Make(*this, *control, container == nullptr ? real_ : container->Real(), number))
             controls_.push_back(std::move(made));
     }
+    // Screen readers go through the windows from the front to the back.
+    const std::vector<const Control*> order = ReadingOrder(model_);
+    for (auto control = order.rbegin(); control != order.rend(); ++control)
+        if (const Win32Control* made = Find(*control))
+            SetWindowPos(made->Real(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     dots_ = DotsOf(real_);
     Place();
-    for (const auto& control : controls_)
-        if (!control->Model().ToolTip.empty())
-            AddToolTip(*control);
+}
+
+std::pair<int, int> Win32Window::SizeAt(int dots) const {
+    int width = PixelsOf(model_.ClientWidth, dots);
+    int height = PixelsOf(model_.ClientHeight, dots);
+    GrowToWindow(width, height, real_, dots);
+    return {width, height};
 }
 
 void Win32Window::Place() {
-    int width = PixelsOf(model_.ClientWidth, dots_);
-    int height = PixelsOf(model_.ClientHeight, dots_);
-    GrowToWindow(width, height, real_, dots_);
+    const auto [width, height] = SizeAt(dots_);
     SetWindowPos(real_, nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-    for (const auto& control : controls_)
+    for (const auto& control : controls_) {
         control->Place(dots_);
+        if (const std::string& tip = control->Model().ToolTip; !tip.empty())
+            toolTips_.Show(real_, control->Real(), tip);
+    }
+    SetIcon(real_, icon_, dots_);
 }
 
 void Win32Window::Center(HWND__* owner) {
@@ -114,23 +132,6 @@ void Win32Window::Center(HWND__* owner) {
     SetWindowPos(real_, nullptr, (screen.rcWork.left + screen.rcWork.right - (own.right - own.left)) / 2,
                  (screen.rcWork.top + screen.rcWork.bottom - (own.bottom - own.top)) / 2, 0, 0,
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
-// The tip belongs to the control's place in the window, as labels let the mouse through.
-void Win32Window::AddToolTip(const Win32Control& control) {
-    if (toolTips_ == nullptr)
-        toolTips_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_NOPREFIX, CW_USEDEFAULT,
-                                    CW_USEDEFAULT, 0, 0, real_, nullptr, GetModuleHandleW(nullptr), nullptr);
-    std::wstring text = SingleLineOf(control.Model().ToolTip);
-    TTTOOLINFOW tool = {};
-    tool.cbSize = sizeof tool;
-    tool.uFlags = TTF_SUBCLASS;
-    tool.hwnd = real_;
-    tool.uId = reinterpret_cast<UINT_PTR>(&control);
-    GetClientRect(control.Real(), &tool.rect);
-    MapWindowPoints(control.Real(), real_, reinterpret_cast<POINT*>(&tool.rect), 2);
-    tool.lpszText = text.data();
-    SendMessageW(toolTips_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
 }
 
 void Win32Window::Show(HWND__* owner) {
@@ -153,11 +154,9 @@ void Win32Window::Hide() {
     ShowWindow(real_, SW_HIDE);
 }
 
-void Win32Window::SetReachable(bool reachable) {
-    if (reachable_ == reachable)
-        return;
-    reachable_ = reachable;
-    EnableWindow(real_, reachable);
+void Win32Window::SetEnabled(bool enabled) {
+    if (enabled_ != enabled)
+        EnableWindow(real_, enabled_ = enabled);
 }
 
 void Win32Window::Sync() {
@@ -176,7 +175,7 @@ void Win32Window::SyncFrame() {
     }
     if (icon_ != model_.Icon) {
         icon_ = model_.Icon;
-        SetIcon(real_, icon_);
+        SetIcon(real_, icon_, dots_);
     }
     if (!(backColor_ == model_.BackColor) || edge_ != model_.Edge) {
         backColor_ = model_.BackColor;
@@ -190,130 +189,112 @@ void Win32Window::SyncFrame() {
     }
 }
 
+const Control* Win32Window::Focused() const {
+    const Win32Control* control = ControlOf(GetFocus());
+    return control == nullptr ? nullptr : &control->Model();
+}
+
 // The focus goes where the program asks for it, and away from what the user can't reach any more.
 void Win32Window::SyncFocus() {
     if (focusRevision_ != model_.FocusRevision) {
         focusRevision_ = model_.FocusRevision;
-        if (Win32Control* wanted = Find(model_.FocusRequest))
-            SetFocus(*wanted);
+        lastFocus_ = model_.FocusRequest;
     }
-    if (GetActiveWindow() == real_) {
-        const Win32Control* focused = Focused();
-        if (focused == nullptr || !CanHaveFocus(*this, focused->Model()))
-            if (Win32Control* next = NextStop(*this, lastFocus_, false))
-                SetFocus(*next);
-    }
+    if (Control* wanted = FocusAfter(model_, lastFocus_); wanted != nullptr && wanted != Focused())
+        SetFocus(*wanted);
     ShowDefaultButton();
 }
 
-void Win32Window::SetFocus(Win32Control& control) {
-    lastFocus_ = &control.Model();
-    if (GetActiveWindow() == real_)
-        ::SetFocus(control.Real());
+void Win32Window::SetFocus(Control& control) {
+    lastFocus_ = &control;
+    if (const Win32Control* made = Find(&control); made != nullptr && GetActiveWindow() == real_)
+        ::SetFocus(made->Real());
 }
 
 void Win32Window::RememberFocus() {
-    if (const Win32Control* focused = Focused())
-        lastFocus_ = &focused->Model();
+    if (const Control* focused = Focused())
+        lastFocus_ = focused;
 }
 
 void Win32Window::ShowDefaultButton() {
-    const Win32Control* focused = Focused();
-    const bool onButton = focused != nullptr && focused->Model().Kind == ControlKind::CommandButton;
-    for (const auto& control : controls_) {
-        if (control->Model().Kind != ControlKind::CommandButton)
-            continue;
-        const auto& model = static_cast<const CommandButton&>(control->Model());
-        static_cast<Win32CommandButton&>(*control).ShowDefault(onButton ? control.get() == focused : model.Default);
-    }
+    const CommandButton* pressed = DefaultButton(model_, Focused());
+    for (const auto& control : controls_)
+        if (control->Model().Kind == ControlKind::CommandButton)
+            static_cast<Win32CommandButton&>(*control).ShowDefault(&control->Model() == pressed);
 }
 
 void Win32Window::OnActivation(bool active) {
-    if (!active) {
+    if (!active)
         RememberFocus();
-        return;
-    }
-    Win32Control* target = Find(lastFocus_);
-    if (target == nullptr || !CanHaveFocus(*this, target->Model()))
-        target = NextStop(*this, nullptr, false);
-    if (target != nullptr)
-        ::SetFocus(target->Real());
+    else if (Control* target = FocusAfter(model_, lastFocus_))
+        SetFocus(*target);
 }
 
-// A window without a frame has no close box, and nothing else closes it.
-void Win32Window::OnClose() {
-    if (reachable_ && shown_ && model_.Border != FrameStyle::None)
-        pump_.Handle([this] {
-            const std::shared_ptr<Window> keep = model_.shared_from_this();
-            keep->Unload();
-        });
-}
-
+// Input that was on its way when the model took its window or its control away reaches nothing.
 bool Win32Window::Filter(const tagMSG& message) {
-    if (!reachable_ || !shown_)
-        return false;
-    // Input that was on its way to a control when the model took it away.
-    const bool isButton = message.message > WM_MOUSEMOVE && message.message <= WM_MOUSELAST;
-    const bool isKey = message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST;
-    const auto target = std::ranges::find(controls_, message.hwnd, &Win32Control::Real);
-    if ((isButton || isKey) && target != controls_.end() && !tarnwick::IsReachable(model_, (*target)->Model()))
+    const Win32Control* target = ControlOf(message.hwnd);
+    if ((IsMouseButton(message.message) || IsKey(message.message)) &&
+        (!model_.TakesInput() || (target != nullptr && !IsReachable(model_, target->Model()))))
         return true;
-    if (isKey)
-        return HandleKey(*this, message);
+    if (IsKey(message.message))
+        return OnKey(message);
     if (message.message == WM_MOUSEMOVE || message.message == WM_LBUTTONDOWN || message.message == WM_LBUTTONUP)
         OnMouse(message);
     return false;
+}
+
+bool Win32Window::OnKey(const tagMSG& message) {
+    const std::optional<KeyPress> key = KeyPressOf(message);
+    const KeyEffect effect = key ? EffectOf(*key, model_, Focused()) : KeyEffect{};
+    if (effect.Focus != nullptr) {
+        SendMessageW(real_, WM_CHANGEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS), 0); // from the first key on
+        SetFocus(*effect.Focus);
+        if (effect.Focus->Kind == ControlKind::TextBox)
+            SendMessageW(Find(effect.Focus)->Real(), EM_SETSEL, 0, -1);
+    }
+    if (effect.Press != nullptr)
+        Do([&](Input& input) {
+            input.Release(nullptr);
+            input.Click(*effect.Press, Find(effect.Press)->Shown());
+        });
+    if (effect.OpenMenu != nullptr)
+        Find(effect.OpenMenu)->OpenMenuByKey();
+    return effect.Handled;
 }
 
 // Labels get their clicks and every control its mouse moves from here, as many let the mouse through to the window.
 void Win32Window::OnMouse(const tagMSG& message) {
     POINT place = {GET_X_LPARAM(message.lParam), GET_Y_LPARAM(message.lParam)};
     MapWindowPoints(message.hwnd, real_, &place, 1);
-    RECT area;
-    GetClientRect(real_, &area);
-    if (!PtInRect(&area, place))
-        return;
-    Control* control = ControlAt(model_, MulDiv(place.x, 1440, dots_), MulDiv(place.y, 1440, dots_));
-    if (message.message == WM_MOUSEMOVE) {
-        if (const auto& handler = control == nullptr ? model_.MouseMove : control->MouseMove)
-            Raise(handler);
-    } else if (message.message == WM_LBUTTONDOWN) {
-        pressed_ = control;
-    } else if (control != nullptr && control == pressed_ && control->Kind == ControlKind::Label && control->Enabled) {
-        Raise(control->Click);
-    }
+    const int x = MulDiv(place.x, 1440, dots_);
+    const int y = MulDiv(place.y, 1440, dots_);
+    Control* control = ControlAt(model_, x, y);
+    const bool onLabel = control != nullptr && control->Kind == ControlKind::Label;
+    if (message.message == WM_MOUSEMOVE)
+        Do([&](Input& input) { input.MoveMouse(x, y); });
+    else if (message.message == WM_LBUTTONDOWN && onLabel)
+        Do([&](Input& input) { input.Press(*control, control->Caption); });
+    else if (message.message == WM_LBUTTONDOWN)
+        input_.Release(nullptr);
+    else if (onLabel)
+        Do([&](Input& input) { input.Release(control); });
 }
 
-void Win32Window::Paint() {
-    PAINTSTRUCT paint;
-    const HDC surface = BeginPaint(real_, &paint);
-    RECT area;
-    GetClientRect(real_, &area);
-    FillRect(surface, &area, BrushOf(ColorValue(model_.BackColor, ColorRole::ButtonFace)));
-    if (model_.Edge != 0)
-        DrawEdge(surface, &area, static_cast<UINT>(model_.Edge), BF_RECT);
-    PaintOutlines(surface);
-    EndPaint(real_, &paint);
+// The common controls learn of new colours from their window.
+void Win32Window::OnNewColors(unsigned message, std::uintptr_t first, std::intptr_t second) {
+    for (const auto& control : controls_) {
+        if (message == WM_SYSCOLORCHANGE)
+            SendMessageW(control->Real(), message, first, second);
+        control->ShowColors();
+    }
+    RedrawWindow(real_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
-void Win32Window::PaintOutlines(HDC__* surface) const {
-    const int thickness = std::max(1, ScaledPixels(1, dots_));
-    for (const Control* control : model_.Controls) {
-        const bool isLine = control->Kind == ControlKind::Line;
-        if ((!isLine && control->Kind != ControlKind::Shape) || !tarnwick::IsShown(model_, *control))
-            continue;
-        const Rect place = PlaceInWindow(*control);
-        const HBRUSH brush = BrushOf(ColorValue(control->ForeColor, ColorRole::ButtonText));
-        RECT side = {PixelsOf(place.Left, dots_), PixelsOf(place.Top, dots_), PixelsOf(place.Left + place.Width, dots_),
-                     PixelsOf(place.Top + place.Height, dots_)};
-        if (isLine) {
-            side.bottom = std::max<LONG>(side.bottom, side.top + thickness);
-            FillRect(surface, &side, brush);
-            continue;
-        }
-        for (int i = 0; i < thickness; ++i, InflateRect(&side, -1, -1))
-            FrameRect(surface, &side, brush);
-    }
+void Win32Window::OnNewScale(int dots, long left, long top) {
+    dots_ = dots;
+    SetWindowPos(real_, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    Place();
+    RedrawWindow(real_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
 std::intptr_t Win32Window::OnMessage(unsigned message, std::uintptr_t first, std::intptr_t second) {
@@ -324,10 +305,8 @@ std::intptr_t Win32Window::OnMessage(unsigned message, std::uintptr_t first, std
         return 0;
     case WM_NOTIFY: {
         auto& notice = *reinterpret_cast<NMHDR*>(second);
-        const auto made = std::ranges::find(controls_, notice.hwndFrom, &Win32Control::Real);
-        if (made != controls_.end())
-            (*made)->OnNotify(notice);
-        return 0;
+        Win32Control* control = ControlOf(notice.hwndFrom);
+        return control != nullptr && control->Real() == notice.hwndFrom ? control->OnNotify(notice) : 0;
     }
     case ControlMessage:
         if (Win32Control* control = ControlOf(reinterpret_cast<HWND>(first)))
@@ -339,11 +318,16 @@ std::intptr_t Win32Window::OnMessage(unsigned message, std::uintptr_t first, std
         if (const Win32Control* control = ControlOf(reinterpret_cast<HWND>(second)))
             return reinterpret_cast<LRESULT>(control->PrepareColors(reinterpret_cast<HDC>(first)));
         break;
+    // Themed controls have their window paint behind them.
     case WM_ERASEBKGND:
+    case WM_PRINTCLIENT:
+        PaintGround(reinterpret_cast<HDC>(first), real_, model_, dots_);
         return TRUE;
-    case WM_PAINT:
-        Paint();
-        return 0;
+    case WM_SYSCOLORCHANGE:
+    case WM_THEMECHANGED:
+    case WM_SETTINGCHANGE:
+        OnNewColors(message, first, second);
+        break;
     case WM_ACTIVATE:
         OnActivation(LOWORD(first) != WA_INACTIVE && HIWORD(first) == 0);
         return 0;
@@ -351,14 +335,16 @@ std::intptr_t Win32Window::OnMessage(unsigned message, std::uintptr_t first, std
         OnActivation(true);
         return 0;
     case WM_CLOSE:
-        OnClose();
+        Do([](Input& input) { input.Close(); });
         return 0;
+    case ScaledSizeMessage: {
+        const auto [width, height] = SizeAt(static_cast<int>(first));
+        *reinterpret_cast<SIZE*>(second) = {width, height};
+        return TRUE;
+    }
     case WM_DPICHANGED: {
-        dots_ = LOWORD(first);
-        const RECT& place = *reinterpret_cast<const RECT*>(second);
-        SetWindowPos(real_, nullptr, place.left, place.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-        Place();
-        InvalidateRect(real_, nullptr, TRUE);
+        const auto& place = *reinterpret_cast<const RECT*>(second);
+        OnNewScale(LOWORD(first), place.left, place.top);
         return 0;
     }
     default:

@@ -4,7 +4,8 @@
 
 #include "platform/win32/Win32Control.h"
 #include "platform/win32/Win32Pump.h"
-#include "window/Window.h"
+#include "platform/win32/Win32ToolTips.h"
+#include "window/Input.h"
 
 #include <memory>
 #include <string>
@@ -15,7 +16,7 @@ namespace tarnwick {
 
 class Win32Window {
 public:
-    // What a control posts to itself through its form (WM_APP); the control's window first, then what it said.
+    // What a control posts to itself through its window (WM_APP): the control's real window first, then what it said.
     static constexpr unsigned ControlMessage = 0x8000;
 
     Win32Window(Window& window, Win32Pump& pump);
@@ -25,31 +26,29 @@ public:
 
     Window& Model() const { return model_; }
     HWND__* Real() const { return real_; }
+    Win32ToolTips& ToolTips() { return toolTips_; }
     // nullptr for a control that has no window of its own.
     Win32Control* Find(const Control* control) const;
-    Win32Control* Focused() const;
 
-    // From now on the form keeps its model's object, whose slot has given it up.
+    // From now on the window keeps its model's object, whose slot has given it up.
     void KeepModel() { kept_ = model_.shared_from_this(); }
 
     bool IsShown() const { return shown_; }
     // Centred on the screen the first time. `owner`: the window it stays in front of, or nullptr.
     void Show(HWND__* owner);
     void Hide();
-    // Whether the user can work with it: no modal window stands before it.
-    void SetReachable(bool reachable);
-    bool IsReachable() const { return reachable_; }
+    void SetEnabled(bool enabled);
     void Sync();
     void ShowDefaultButton();
-    void SetFocus(Win32Control& control);
 
     // Sees a message of the program's own loop before the system does; true: it has been handled.
     bool Filter(const tagMSG& message);
 
+    // What real windows report while fields are written into them is no input.
     bool IsEcho() const { return pump_.Syncing(); }
-    template <class... Parameters, class... Arguments>
-    void Raise(const std::function<void(Parameters...)>& handler, Arguments... arguments) {
-        pump_.Handle([&] { model_.Raise(handler, arguments...); });
+    // What a person does.
+    template <class Gesture> void Do(Gesture&& gesture) {
+        pump_.Handle([&] { gesture(input_); });
     }
 
     // Where the next pop-up menu opens, in pixels of the screen.
@@ -62,28 +61,32 @@ public:
 private:
     void Build();
     void Place();
+    std::pair<int, int> SizeAt(int dots) const;
     void Center(HWND__* owner);
-    void AddToolTip(const Win32Control& control);
     void SyncFrame();
+    // The control that this window belongs to, be it a part of it; nullptr when it is none of ours.
+    Win32Control* ControlOf(HWND__* window) const;
+
+    const Control* Focused() const;
     void SyncFocus();
+    void SetFocus(Control& control);
     void RememberFocus();
     void OnActivation(bool active);
-    void OnClose();
-    void Paint();
-    void PaintOutlines(HDC__* surface) const;
+    bool OnKey(const tagMSG& message);
     void OnMouse(const tagMSG& message);
+    void OnNewColors(unsigned message, std::uintptr_t first, std::intptr_t second);
+    void OnNewScale(int dots, long left, long top);
 
     Window& model_;
     std::shared_ptr<Window> kept_;
+    Input input_;
     Win32Pump& pump_;
     HWND__* real_ = nullptr;
-    HWND__* toolTips_ = nullptr;
+    Win32ToolTips toolTips_;
     std::vector<std::unique_ptr<Win32Control>> controls_; // in the order of the table
     std::pair<long, long> menuPlace_;
     int dots_ = 0;
-
     const Control* lastFocus_ = nullptr; // had the focus last
-    Control* pressed_ = nullptr;         // the left button went down on it
 
     // As last shown.
     std::string title_;
@@ -93,7 +96,7 @@ private:
     bool topMost_ = false;
     unsigned focusRevision_ = 0;
     bool shown_ = false;
-    bool reachable_ = true;
+    bool enabled_ = true;
 };
 
 } // namespace tarnwick

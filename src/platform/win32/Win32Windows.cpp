@@ -7,6 +7,7 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace tarnwick {
 
@@ -23,19 +24,6 @@ UINT MessageFlags(MessageIcon icon, MessageButtons buttons) {
         break;
     }
     return shape | MB_ICONASTERISK;
-}
-
-// A box grows with its text; no favorite may push the buttons off the screen.
-std::wstring WithShortLines(std::wstring text) {
-    constexpr std::size_t longest = 1000; // characters
-    std::size_t start = 0;
-    while (start < text.size()) {
-        const std::size_t end = std::min(text.find(L'\n', start), text.size());
-        if (end - start > longest)
-            text.replace(start + longest, end - start - longest, L"...");
-        start = std::min(text.find(L'\n', start), text.size()) + 1;
-    }
-    return text;
 }
 
 HMENU MakeMenu(const Menu& menu) {
@@ -88,16 +76,12 @@ void Win32Windows::Show(Window&) { pump_.Changed(); }
 void Win32Windows::Hide(Window&) { pump_.Changed(); }
 
 void Win32Windows::ShowModal(Window& window) {
-    if (pump_.Ended() || !window.IsLoaded())
-        return;
-    modals_.push_back(&window);
-    while (window.IsLoaded() && !pump_.Ended())
-        pump_.WaitForEvents();
+    while (window.IsLoaded() && pump_.WaitForEvents()) {
+    }
 }
 
 void Win32Windows::Discard(Window& window) {
     loop_.Remove(window);
-    std::erase(modals_, &window);
     const auto found = std::ranges::find_if(windows_, [&](const auto& real) { return &real->Model() == &window; });
     if (found == windows_.end())
         return;
@@ -107,21 +91,24 @@ void Win32Windows::Discard(Window& window) {
     pump_.Changed();
 }
 
-bool Win32Windows::IsBlocked(const Win32Window& real) const {
-    return !modals_.empty() && modals_.back() != &real.Model();
+Win32Window* Win32Windows::Find(HWND__* real) const {
+    const auto found = std::ranges::find(windows_, real, &Win32Window::Real);
+    return found == windows_.end() ? nullptr : found->get();
 }
 
-Win32Window* Win32Windows::Front() const {
-    const auto front = std::find_if(windows_.rbegin(), windows_.rend(),
-                                    [this](const auto& real) { return real->IsShown() && !IsBlocked(*real); });
-    return front == windows_.rend() ? nullptr : front->get();
+HWND__* Win32Windows::Front() const {
+    if (const HWND active = GetActiveWindow(); active != nullptr && IsWindowVisible(active))
+        return active;
+    const auto front =
+        std::find_if(windows_.rbegin(), windows_.rend(), [](const auto& real) { return real->IsShown(); });
+    return front == windows_.rend() ? nullptr : (*front)->Real();
 }
 
-// What becomes reachable or shows comes first: the system would else give the foreground to another program.
+// What is to take input or to show comes first: the system would else give the foreground to another program.
 void Win32Windows::Sync() {
     for (const auto& real : windows_)
-        if (!IsBlocked(*real))
-            real->SetReachable(true);
+        if (!real->Model().IsBehindModal() && real.get() != boxOwner_)
+            real->SetEnabled(true);
     for (const auto& real : windows_) {
         if (!real->Model().IsVisible() || pump_.Ended())
             continue;
@@ -129,10 +116,9 @@ void Win32Windows::Sync() {
             real->Sync();
             continue;
         }
-        const bool isModal = !modals_.empty() && modals_.back() == &real->Model();
-        const auto owner = std::ranges::find_if(
-            windows_, [&](const auto& other) { return isModal && other->IsShown() && other->IsReachable(); });
-        real->Show(owner == windows_.end() ? nullptr : (*owner)->Real());
+        const bool isModal = std::ranges::any_of(
+            windows_, [](const auto& other) { return other->IsShown() && other->Model().IsBehindModal(); });
+        real->Show(isModal && !real->Model().IsBehindModal() ? Front() : nullptr);
     }
     for (const auto& real : windows_)
         if (real->IsShown() && (!real->Model().IsVisible() || pump_.Ended()))
@@ -141,31 +127,32 @@ void Win32Windows::Sync() {
         if (real->IsShown())
             real->Hide();
     for (const auto& real : windows_)
-        if (IsBlocked(*real))
-            real->SetReachable(false);
-    if (pump_.Idle())
+        if (real->Model().IsBehindModal() && real.get() != boxOwner_ && !opensBox_)
+            real->SetEnabled(false);
+    if (pump_.Idle() && boxOwner_ == nullptr)
         gone_.clear();
 }
 
 bool Win32Windows::Filter(const tagMSG& message) {
-    const HWND root = message.hwnd == nullptr ? nullptr : GetAncestor(message.hwnd, GA_ROOT);
-    const auto real = std::ranges::find(windows_, root, &Win32Window::Real);
-    return real != windows_.end() && (*real)->Filter(message);
+    Win32Window* window = message.hwnd == nullptr ? nullptr : Find(GetAncestor(message.hwnd, GA_ROOT));
+    return window != nullptr && window->Filter(message);
 }
 
 MessageAnswer Win32Windows::ShowMessage(const std::string& text, const std::string& title, MessageIcon icon,
                                         MessageButtons buttons) {
     if (pump_.Ended())
         return buttons == MessageButtons::Ok ? MessageAnswer::Ok : MessageAnswer::No;
+    // The window in front gets the box; the system disables it, and gives it the focus back only then.
+    opensBox_ = true;
     pump_.Prepare();
-    const Win32Window* owner = Front();
-    // The box blocks its owner; the others are blocked here.
-    const std::size_t depth = modals_.size();
-    modals_.push_back(owner == nullptr ? nullptr : &owner->Model());
+    opensBox_ = false;
+    const HWND front = Front();
+    const Win32Window* owner = Find(front);
+    const Win32Window* const outer = std::exchange(boxOwner_, owner == nullptr ? boxOwner_ : owner);
     pump_.SyncNow();
-    const int answer = MessageBoxW(owner == nullptr ? nullptr : owner->Real(), WithShortLines(LinesOf(text)).c_str(),
-                                   SingleLineOf(title).c_str(), MessageFlags(icon, buttons));
-    modals_.resize(std::min(modals_.size(), depth)); // it may have been unloaded meanwhile
+    const int answer =
+        MessageBoxW(front, LinesOf(text).c_str(), SingleLineOf(title).c_str(), MessageFlags(icon, buttons));
+    boxOwner_ = outer;
     pump_.Changed();
     if (buttons == MessageButtons::Ok)
         return MessageAnswer::Ok;

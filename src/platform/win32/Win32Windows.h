@@ -41,16 +41,17 @@ private:
     void Sync();
     bool Filter(const tagMSG& message);
     Win32Window* Find(const Window& window) const;
-    // The window that the user works with: the last one shown that no modal one stands before.
-    Win32Window* Front() const;
-    bool IsBlocked(const Win32Window& real) const;
+    Win32Window* Find(HWND__* real) const;
+    // The window in front: the active one of this program, else the last one that shows.
+    HWND__* Front() const;
 
     MessageLoop loop_; // its timers; messages and procedures are the system's
     Win32Procedures procedures_;
     Win32Pump pump_;
     std::vector<std::unique_ptr<Win32Window>> windows_; // of the loaded windows
     std::vector<std::unique_ptr<Win32Window>> gone_;    // unloaded while a handler may still be on the stack
-    std::vector<const Window*> modals_;                 // the last one stands in front
+    const Win32Window* boxOwner_ = nullptr;             // the system's message box disables it
+    bool opensBox_ = false;
 };
 
 } // namespace tarnwick

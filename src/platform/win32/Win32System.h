@@ -1,0 +1,15 @@
+#pragma once
+
+#include "platform/win32/Win32Handles.h"
+
+namespace tarnwick {
+
+// From the system's own folder, and from nowhere else; nullptr when the system has no such function.
+void* SystemAddress(const wchar_t* library, const char* function);
+
+// A function that only newer systems have, or that must not come from a library beside the program.
+template <class Function> Function SystemFunction(const wchar_t* library, const char* function) {
+    return reinterpret_cast<Function>(SystemAddress(library, function));
+}
+
+} // namespace tarnwick
