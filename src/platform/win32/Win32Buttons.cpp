@@ -12,9 +12,7 @@ namespace {
 
 LRESULT CALLBACK ButtonProcedure(HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR /*number*/,
                                  DWORD_PTR button) {
-    const bool isRepeat = (second & (LPARAM{1} << 30)) != 0;
-    if (message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK ||
-        (message == WM_KEYDOWN && first == VK_SPACE && !isRepeat))
+    if (message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK || (message == WM_KEYDOWN && first == VK_SPACE))
         reinterpret_cast<Win32Button*>(button)->Press();
     return DefSubclassProc(window, message, first, second);
 }

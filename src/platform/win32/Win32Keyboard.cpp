@@ -22,6 +22,8 @@ std::optional<Key> KeyOf(const MSG& message) {
         return Key::Tab;
     case VK_RETURN:
         return Key::Enter;
+    case VK_SPACE:
+        return Key::Space;
     case VK_LEFT:
         return Key::Left;
     case VK_UP:

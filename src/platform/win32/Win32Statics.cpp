@@ -48,7 +48,7 @@ LRESULT CALLBACK FrameProcedure(HWND window, UINT message, WPARAM first, LPARAM 
 
 Win32Label::Win32Label(Win32Window& owner, Label& model, HWND__* parent, int number)
     : Win32Control(owner, model, parent, number, {L"STATIC", LabelStyle(model)}), label_(model) {
-    if (label_.WordWrap)
+    if (label_.Announced)
         SetAnnouncing(Real());
 }
 
@@ -57,7 +57,7 @@ void Win32Label::SyncContent() {
         return;
     lines_ = label_.Caption;
     SetWindowTextW(Real(), (label_.WordWrap ? LinesOf(lines_) : SingleLineOf(lines_)).c_str());
-    if (label_.WordWrap)
+    if (label_.Announced)
         AnnounceText(Real());
 }
 
