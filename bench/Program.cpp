@@ -65,8 +65,8 @@ private:
     char* arguments_[2] = {name_, nullptr};
     QApplication application_{count_, arguments_};
     WatchedWindows windows_{Machine};
-    ServicesInUse inUse_{{Machine.Files, Machine.Shortcuts, Machine.Settings, Machine.Sockets, windows_, Machine.Clock,
-                          Machine.Shell, Machine.Text}};
+    ServicesInUse inUse_{
+        {Machine.Files, Machine.Settings, Machine.Sockets, windows_, Machine.Clock, Machine.Shell, Machine.Text}};
 };
 
 } // namespace

@@ -5,13 +5,14 @@
 #include "availability/Form4.h"
 #include "duplicates/Form7.h"
 #include "favorites/Favorites.h"
+#include "favorites/Folders.h"
+#include "favorites/Preferences.h"
 #include "platform/headless/HeadlessPlatform.h"
 #include "report/Form5.h"
 #include "shell/Form1.h"
 #include "shell/Form2.h"
 #include "shell/Form3.h"
 #include "shell/Form9.h"
-#include "shell/Preferences.h"
 #include "window/Input.h"
 #include "window/Reach.h"
 
@@ -22,6 +23,14 @@
 #include <vector>
 
 namespace tarnwick {
+
+// A new listing gets the first free number.
+inline bool NoListingIsOpen() {
+    Favorites::ListingHandle listing = 0;
+    Favorites::FindFirst(Favorites::FavoritesRoot() + "*", listing);
+    Favorites::FindEnd(listing);
+    return listing == 1;
+}
 
 // The whole program on a machine in memory, or on one with real services.
 template <class Machine> class ProgramOn : public ::testing::Test {

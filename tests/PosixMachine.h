@@ -3,11 +3,10 @@
 // The real services of this system under windows without a screen.
 
 #include "availability/Form4.h"
+#include "platform/SteadyClock.h"
 #include "platform/headless/Fakes.h"
 #include "platform/headless/HeadlessWindows.h"
-#include "platform/posix/PosixClock.h"
 #include "platform/posix/PosixFiles.h"
-#include "platform/posix/PosixShortcuts.h"
 #include "platform/posix/PosixSockets.h"
 #include "platform/posix/PosixText.h"
 #include "shell/Form3.h"
@@ -52,17 +51,16 @@ private:
 
 // In use for as long as the object lives. The Favorites folder is the one of the environment (TemporaryHome).
 template <class SettingsKind> struct PosixMachineWith {
-    PosixClock Clock;
+    SteadyClock Clock;
     MessageLoop Loop{Clock};
     PosixFiles Files;
-    PosixShortcuts Shortcuts;
     SettingsKind Settings;
     PosixSockets Sockets{Loop};
     WatchedEvents Events{Sockets};
     HeadlessWindows Windows{Loop, Events, Clock};
     RecordingShell Shell;
     PosixText Text;
-    ServicesInUse InUse{{Files, Shortcuts, Settings, Sockets, Windows, Clock, Shell, Text}};
+    ServicesInUse InUse{{Files, Settings, Sockets, Windows, Clock, Shell, Text}};
 };
 
 using PosixMachine = PosixMachineWith<MemorySettings>;

@@ -36,9 +36,9 @@ TEST_F(AvailabilityTest, TheTreeOffersTheFirstLevel) {
     machine.Favorites.AddShortcut("Site.url", "http://a.example/");
     machine.Favorites.AddFolder("Play\\Deep");
     Form4.Load();
-    EXPECT_EQ(Nodes(), (Strings{"- Your Favorites -", Root, "Work", "notes.txt", "Play", Deeper}));
+    EXPECT_EQ(Nodes(), (Strings{"- Your Favorites -", Root, "notes.txt", "Play", "Work", Deeper}));
     EXPECT_EQ(Ticked(), Strings{Deeper});
-    EXPECT_EQ(machine.Favorites.OpenListings(), 0);
+    EXPECT_TRUE(NoListingIsOpen());
 
     CheckNodes({"notes.txt"});
     EXPECT_EQ(Form4->Label11.Caption, "The scan process is done.\r\n\r\nNo bad Favorites found at this time."
@@ -69,12 +69,14 @@ TEST_F(AvailabilityTest, TicksNeverCoverAFolderTwice) {
 // More folders than the windows can count: the last place is kept for the option.
 TEST_F(AvailabilityTest, TakesAsManyFoldersAsItCanCount) {
     class ManyFolders : public MemoryFavorites {
-        std::string OpenListing(const std::string&, ListingHandle&) override { return "."; }
-        std::string StepListing(ListingHandle) override { return ++step_ < 50000 ? std::to_string(step_) : ""; }
-        int step_ = 0;
+        bool List(const std::string&, std::string_view, std::vector<ListedName>& names) override {
+            for (int number = 1; number < 50000; ++number)
+                names.push_back({std::to_string(number)});
+            return true;
+        }
     } folders;
-    const ServicesInUse many({folders, folders, machine.Settings, machine.Sockets, machine.Windows, machine.Clock,
-                              machine.Shell, machine.Text});
+    const ServicesInUse many(
+        {folders, machine.Settings, machine.Sockets, machine.Windows, machine.Clock, machine.Shell, machine.Text});
     Form4.Load();
     ASSERT_EQ(Form4->Tree1.Nodes().Count(), 32767);
     EXPECT_EQ(Form4->Tree1.NodeAt(32766).Text + Form4->Tree1.NodeAt(32767).Text, "32764Scan subfolders");
@@ -91,11 +93,11 @@ protected:
     }
 
     Strings WalkedBy(const Strings& nodes) {
-        machine.Favorites.Read.clear();
+        machine.Favorites.ReadIn.clear();
         CheckNodes(nodes);
-        EXPECT_EQ(machine.Favorites.OpenListings(), 0);
+        EXPECT_TRUE(NoListingIsOpen());
         Strings walked;
-        for (const std::string& file : machine.Favorites.Read)
+        for (const std::string& file : machine.Favorites.ReadIn)
             walked.push_back(file.substr(machine.Favorites.Root.size() + 1));
         Click(Form4->Command1);
         Form4.Unload();
@@ -261,7 +263,7 @@ protected:
 
     void ExpectAtRest() {
         EXPECT_TRUE(machine.Sockets.OpenNumbers.empty());
-        EXPECT_EQ(machine.Favorites.OpenListings(), 0);
+        EXPECT_TRUE(NoListingIsOpen());
     }
 };
 
@@ -334,7 +336,7 @@ TEST_F(RunTest, StopsAtOnce) {
               "The scan process was interrupted by the user.\r\n\r\n1 bad Favorite(s) found before the interruption."
               "\r\n\r\n\r\nClick Report button to see and correct these problems.");
     EXPECT_EQ(Form4->Label10.Caption, "00:00");
-    EXPECT_EQ(machine.Favorites.Read.size(), 2U) << "no further file is read";
+    EXPECT_EQ(machine.Favorites.ReadIn.size(), 2U) << "no further file is read";
     EXPECT_FALSE(Form4->Timer1.Enabled() || Form4->Timer2.Enabled());
     ExpectAtRest();
     Click(Form4->Command1);
@@ -348,13 +350,13 @@ TEST_F(RunTest, AStopBeforeTheFirstLinkIsHarmless) {
     EXPECT_EQ(Form4->Label11.Caption,
               "The scan process was interrupted by the user.\r\n\r\nNo bad Favorites found before the interruption."
               "\r\n\r\n\r\nClick Finish button to return to the main window.");
-    EXPECT_TRUE(machine.Favorites.Read.empty());
+    EXPECT_TRUE(machine.Favorites.ReadIn.empty());
 }
 
 TEST_F(RunTest, AClickBehindTheStopDoesntReviveTheRun) {
     for (const bool findings : {true, false}) {
         machine.Favorites.AddShortcut("1.url", findings ? "http://gone/" : "ftp://passed/");
-        machine.Favorites.Read.clear();
+        machine.Favorites.ReadIn.clear();
         AtTheSilentLink([&] {
             Click(Form4->Command1);
             EXPECT_EQ(Form4->Command1.Caption, findings ? "&Report" : "&Finish");
@@ -364,7 +366,7 @@ TEST_F(RunTest, AClickBehindTheStopDoesntReviveTheRun) {
             machine.Windows.InPass(1, [&] { Click(Form4->Command1); });
         });
         CheckNodes({Root});
-        EXPECT_EQ(machine.Favorites.Read.size(), 2U);
+        EXPECT_EQ(machine.Favorites.ReadIn.size(), 2U);
         EXPECT_TRUE(Form4->IsVisible());
         Click(Form4->Command1); // all frames have gone
         EXPECT_FALSE(Form4->IsVisible());
@@ -409,7 +411,7 @@ TEST_F(RunTest, AClosedWindowsRunEndsAndANewOneStartsAtOnce) {
     for (const std::string state : {"looking up", "connecting", "connected", "half a reply"}) {
         SCOPED_TRACE(state);
         machine.Sockets.Hosts["silent"].NeverStands = state == "connecting";
-        machine.Favorites.Read.clear();
+        machine.Favorites.ReadIn.clear();
         std::shared_ptr<Form4Window> old;
         const std::function<void()> closeAndRunAgain = [&] {
             if (state == "half a reply")

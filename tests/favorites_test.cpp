@@ -7,6 +7,7 @@
 namespace tarnwick {
 namespace {
 
+using namespace std::string_literals;
 using FavoritesTest = Program;
 
 TEST_F(FavoritesTest, SplitsUrls) {
@@ -85,11 +86,146 @@ TEST_F(FavoritesTest, RootEndsWithOneBackslash) {
     EXPECT_EQ(tarnwick::Favorites::FavoritesRoot(), "C:\\" + std::string(400, 'x') + "\\");
 }
 
-TEST_F(FavoritesTest, ReadsAtMostTheBuffer) {
-    machine.Favorites.AddShortcut("Long.url", "http://" + std::string(20000, 'x'));
-    const std::string file = machine.Favorites.Full("Long.url");
-    EXPECT_EQ(tarnwick::Favorites::ReadShortcutUrl(file).size(), 9999U);
-    EXPECT_EQ(tarnwick::Favorites::CurrentLink.File, file);
+TEST_F(FavoritesTest, ReadsOddShortcutsAsWindowsDoes) {
+    const std::pair<std::string, std::string> rows[] = {
+        // case, blanks and tabs
+        {"[InternetShortcut]\r\nURL=http://a/\r\n", "http://a/"},
+        {" \t[ \tInternetShortcut\t ] junk\n \tURL\t = \thttp://a/b c \t\n", "http://a/b c"},
+        {"[internetshortcut]\nurl=\v\f\tx\f\v", "x"},
+        {"[InternetShortcut] URL=x\n", ""},
+        // quotes
+        {"[InternetShortcut]\nURL=\"x\"", "x"},
+        {"[InternetShortcut]\nURL= ' x ' ", " x "},
+        {"[InternetShortcut]\nURL=\"\"x\"\"", "\"x\""},
+        {"[InternetShortcut]\nURL=\"x'", "\"x'"},
+        {"[InternetShortcut]\nURL=\"", "\""},
+        // comments, and characters that mean something elsewhere
+        {"[InternetShortcut]\n;URL=x\nURL=y;#=z", "y;#=z"},
+        {";[InternetShortcut]\nURL=x", ""},
+        {"[InternetShortcut]\nURL\nURL=x", "x"},
+        {"[InternetShortcut]\nURL=a\\nb%41\\", "a\\nb%41\\"},
+        // repetition
+        {"[InternetShortcut]\nURL=1\nURL=2\n[Other]\nURL=3\n[InternetShortcut]\nURL=4", "1"},
+        {"[InternetShortcut]\nA=1\n[Other]\nURL=3\n[InternetShortcut]\nURL=4", ""},
+        {"URL=0\n[Other]\nURL=1\n[InternetShortcut]\nURL=2", "2"},
+        {"[InternetShortcut\nURL=1", ""},
+        // line ends
+        {"[InternetShortcut]\rURL=x\rA=y", "x"},
+        {"\n\r\n\r[InternetShortcut]\n\rURL=x\n", "x"},
+        // marks
+        {"\xEF\xBB\xBF[InternetShortcut]\nURL=\xC3\xA9", "\xC3\xA9"},
+        {"\xFF\xFE[\0I\0n\0t\0e\0r\0n\0e\0t\0S\0h\0o\0r\0t\0c\0u\0t\0]\0\r\0\n\0U\0R\0L\0=\0\xE9\0=\xD8\x00\xDE\0\xD8x\0\n\0\n"s,
+         "\xC3\xA9\xF0\x9F\x98\x80\xEF\xBF\xBDx"},
+        {"\xEF\xBB\xBF", ""},
+        // bytes that are no text; a NUL ends the value
+        {"[InternetShortcut]\nURL=caf\xe9\x1A z\x80\xFF"s, "caf\xe9\x1A z\x80\xFF"s},
+        {"[InternetShortcut]\nURL=\"a\" \0b\n"s, "a"},
+        {"\x1A\0\n[InternetShortcut]\nURL=x\x1A"s, "x\x1A"},
+        {"", ""},
+        // 9,999 bytes at most, cut in front of a character that doesn't fit whole
+        {"[InternetShortcut]\nURL=" + std::string(20000, 'x'), std::string(9999, 'x')},
+        {"[InternetShortcut]\nURL=" + std::string(9997, 'x') + "\xC3\xA9z", std::string(9997, 'x') + "\xC3\xA9"},
+        {"[InternetShortcut]\nURL=" + std::string(9998, 'x') + "\xC3\xA9z", std::string(9998, 'x')},
+        {"[InternetShortcut]\nURL=" + std::string(9997, 'x') + "\xF0\x9F\x98\x80", std::string(9997, 'x')},
+        {"[InternetShortcut]\nURL=" + std::string(9997, 'x') + "\x80\x80\x80", std::string(9997, 'x') + "\x80\x80"},
+    };
+    for (const auto& [bytes, url] : rows) {
+        machine.Favorites.AddFile("x.url", bytes);
+        EXPECT_EQ(tarnwick::Favorites::ReadShortcutUrl(machine.Favorites.Full("x.url")), url)
+            << ::testing::PrintToString(bytes.substr(0, 100));
+    }
+    EXPECT_EQ(tarnwick::Favorites::CurrentLink.File, machine.Favorites.Full("x.url"));
+    EXPECT_EQ(tarnwick::Favorites::ReadShortcutUrl(machine.Favorites.Full("missing.url")), "");
+}
+
+TEST_F(FavoritesTest, ListingsStandSideBySideAndAreClosedOnce) {
+    using namespace tarnwick::Favorites;
+    for (const char* name : {"b.url", "a.url", "c.txt"})
+        machine.Favorites.AddShortcut(name, "");
+    const std::string root = FavoritesRoot();
+    ListingHandle first = 0, second = 0, none = 7;
+    EXPECT_EQ(FindFirst(root + "*.URL", first), "a.url");
+    EXPECT_EQ(FindFirst(root + "*", second), ".");
+    for (const char* name : {"..", "a.url", "b.url"})
+        EXPECT_EQ(FindNext(second), name);
+    for (const ListingHandle closed : {first, first, 0, -1, 99})
+        FindEnd(closed);
+    EXPECT_EQ(FindNext(first) + FindNext(0) + FindNext(-1) + FindNext(99), "");
+    for (const char* name : {"c.txt", "", ""})
+        EXPECT_EQ(FindNext(second), name);
+    FindEnd(second);
+    // A lone "\" is what is left of a folder that the machine can't name: never the root of a drive.
+    machine.Favorites.Root = "";
+    machine.Favorites.AddFolder("x");
+    for (const std::string& pattern : {root + "*.none", root + "missing\\*", root, "*"s, "\\*"s, "\\\\*"s, ""s})
+        EXPECT_EQ(FindFirst(pattern, none), "") << pattern;
+    EXPECT_EQ(none, 7);
+}
+
+// Work is reached by three roads and the shortcut in it by five; two folders lead into each other and above the root.
+class RoadsTest : public Program {
+protected:
+    RoadsTest() {
+        MemoryFavorites& favorites = machine.Favorites;
+        for (const char* path : {"own.url", "Work\\x.url", "Work\\Inner\\y.url", "Zoo\\z.url"})
+            favorites.AddShortcut(path, "ftp://a.example/");
+        favorites.AddFolder("- Favorites root -");
+        favorites.AddShortcut("- Favorites Root -\\lost.url", "ftp://a.example/");
+        const std::pair<const char*, std::string> links[] = {
+            {"Arbeit", favorites.Full("Work")},
+            {"Work\\Inner\\Up", favorites.Full("Work")},
+            {"Zoo\\Work", favorites.Full("Work")},
+            {"Zoo\\Root", favorites.Root},
+            {"Zoo\\All", "C:\\Users"},
+            {"first.url", favorites.Full("Work\\x.url")},
+            {"second.url", favorites.Full("first.url")},
+            {"Zoo\\last.url", favorites.Full("own.url")},
+            {"Zoo\\zz.url", favorites.Full("Zoo\\z.url")},
+            {"Zoo\\gone.url", favorites.Full("gone.url")},
+        };
+        for (const auto& [path, target] : links)
+            favorites.AddLink(path, target);
+    }
+
+    Strings Taken() {
+        Strings taken;
+        for (const std::string& file : machine.Favorites.ReadIn)
+            taken.push_back(file.substr(machine.Favorites.Root.size() + 1));
+        return taken;
+    }
+};
+
+TEST_F(RoadsTest, ACheckTakesEachFileOnceUnderItsFirstRoad) {
+    StartProgram();
+    CheckNodes({"- Favorites Root -"});
+    EXPECT_EQ(Taken(), (Strings{"first.url", "own.url", "- Favorites Root -\\lost.url", "Arbeit\\Inner\\y.url",
+                                "Zoo\\gone.url", "Zoo\\z.url"}));
+}
+
+TEST_F(RoadsTest, ACheckOfOneFolderStaysOutOfThoseAbove) {
+    StartProgram();
+    CheckNodes({"Zoo", "Work"});
+    EXPECT_EQ(Taken(), (Strings{"Work\\x.url", "Work\\Inner\\y.url", "Zoo\\gone.url", "Zoo\\last.url", "Zoo\\z.url"}));
+}
+
+TEST_F(RoadsTest, TheDuplicateCheckTakesEachFileOnceUnderItsFirstRoad) {
+    StartProgram();
+    Click(Form3->Option2);
+    Click(Form3->Command1);
+    Click(Form7->Command1);
+    machine.Windows.WaitForEvents();
+    EXPECT_EQ(Taken(),
+              (Strings{"first.url", "own.url", "- Favorites Root -\\lost.url", "Zoo\\gone.url", "Zoo\\z.url"}));
+}
+
+TEST_F(RoadsTest, WithoutIdentitiesEveryFolderIsANewOne) {
+    machine.Favorites.Identifies = false;
+    StartProgram();
+    Click(Form3->Option2);
+    Click(Form3->Command1);
+    Click(Form7->Command1);
+    machine.Windows.WaitForEvents();
+    EXPECT_EQ(Taken().size(), 10U);
 }
 
 } // namespace

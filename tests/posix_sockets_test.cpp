@@ -1,4 +1,4 @@
-#include "platform/posix/PosixClock.h"
+#include "platform/SteadyClock.h"
 #include "platform/posix/PosixSockets.h"
 #include "servers_support.h"
 #include "window/Window.h"
@@ -121,7 +121,7 @@ protected:
         return got < 0 ? "failed" : buffer.substr(0, static_cast<std::size_t>(got));
     }
 
-    PosixClock clock_;
+    SteadyClock clock_;
     MessageLoop loop_{clock_};
     PosixSockets sockets_{loop_};
     std::shared_ptr<Window> object_ = std::make_shared<Window>();

@@ -4,11 +4,11 @@
 #include "PosixMachine.h"
 #include "Scenario.h"
 #include "favorites/Favorites.h"
+#include "favorites/Preferences.h"
 #include "platform/posix/PosixSettings.h"
 #include "posix_support.h"
 #include "report/ReportRow.h"
 #include "servers_support.h"
-#include "shell/Preferences.h"
 
 #include <algorithm>
 #include <chrono>
@@ -127,7 +127,7 @@ private:
 
 void CatchAll(SettingsService& settings) {
     for (const char* key : {"Catch401", "Catch403", "Catch404", "CatchUnabled", "CatchTimedout", "CatchConnerr"})
-        settings.Write("Tarnwick", "Preferences", key, "1");
+        settings.Write("Tarnwick", "Preferences", {{key, "1"}});
 }
 
 // One availability check; the report is left as a person leaves it.

@@ -4,8 +4,8 @@
 // settings live in memory.
 
 #include "contract_windows.h"
+#include "platform/SteadyClock.h"
 #include "platform/headless/Fakes.h"
-#include "platform/posix/PosixClock.h"
 #include "platform/posix/PosixSockets.h"
 #include "platform/qt/QtLook.h"
 #include "platform/qt/QtWindows.h"
@@ -31,7 +31,7 @@
 namespace tarnwick::test {
 
 struct QtMachine {
-    PosixClock Clock;
+    SteadyClock Clock;
     MessageLoop Loop{Clock};
     MemoryFavorites Favorites;
     MemorySettings Settings;
@@ -39,7 +39,7 @@ struct QtMachine {
     QtWindows Windows{Loop, Sockets};
     RecordingShell Shell;
     PlainText Text;
-    ServicesInUse InUse{{Favorites, Favorites, Settings, Sockets, Windows, Clock, Shell, Text}};
+    ServicesInUse InUse{{Favorites, Settings, Sockets, Windows, Clock, Shell, Text}};
 };
 
 class QtPerson : public Person {

@@ -1,6 +1,6 @@
 #include "Driver.h"
 
-#include "shell/Number.h"
+#include "favorites/Number.h"
 
 #include <tuple>
 

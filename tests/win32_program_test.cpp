@@ -161,15 +161,14 @@ protected:
 
     TemporaryFolder home_;
     const std::string root_ = "Software\\Tarnwick tests\\program " + std::to_string(GetCurrentProcessId());
-    Win32Clock clock_;
+    SteadyClock clock_;
     FilesElsewhere files_{home_ / "Favorites"};
-    Win32Shortcuts shortcuts_;
     Win32Settings settings_{root_};
     Win32Sockets sockets_;
     Win32Windows windows_{clock_};
     RecordingShell shell_;
     Win32Text text_;
-    ServicesInUse inUse_{{files_, shortcuts_, settings_, sockets_, windows_, clock_, shell_, text_}};
+    ServicesInUse inUse_{{files_, settings_, sockets_, windows_, clock_, shell_, text_}};
 };
 
 TEST_F(Win32ProgramTest, FromTheSplashToARemovedFavorite) {
@@ -180,7 +179,7 @@ TEST_F(Win32ProgramTest, FromTheSplashToARemovedFavorite) {
     AddFavorite("Sub\\refused", site.RefusingUrl());
     AddFavorite("Sub\\silent", site.Url("/slow"));
     for (const char* key : {"Catch404", "CatchConnerr", "CatchTimedout", "Timeout"})
-        settings_.Write("Tarnwick", "Preferences", key, "1");
+        settings_.Write("Tarnwick", "Preferences", {{key, "1"}});
     Start();
     Press(*Form3, Form3->Command1, [] { return Form4->IsVisible() && !Form3.IsLoaded(); });
     Press(*Form4, Form4->Command1, [] { return Form4->Command1.Caption == "&Start"; });

@@ -1,36 +1,33 @@
+#include "contract_settings.h"
 #include "win32_support.h"
 
 namespace tarnwick::test {
 namespace {
 
-class Win32SettingsTest : public testing::Test {
-protected:
-    ~Win32SettingsTest() override { RegDeleteTreeA(HKEY_CURRENT_USER, root_.c_str()); }
+class Registry : public SettingsMachine {
+public:
+    ~Registry() override { RegDeleteTreeA(HKEY_CURRENT_USER, Root.c_str()); }
+    SettingsService& Settings() override { return settings_.emplace(Root); }
+    Setting TooMuch() override { return {std::string(20000, 'n'), "x"}; }
 
-    std::string Read(const std::string& key) { return settings_.Read("Tarnwick", "Preferences", key, "(default)"); }
+    const std::string Root = "Software\\Tarnwick tests\\" + std::to_string(GetCurrentProcessId());
 
-    const std::string root_ = "Software\\Tarnwick tests\\" + std::to_string(GetCurrentProcessId());
-    Win32Settings settings_{root_};
+private:
+    std::optional<Win32Settings> settings_;
 };
 
-TEST_F(Win32SettingsTest, ValuesComeBackAsTheyWere) {
-    EXPECT_EQ(Read("Key"), "(default)");
-    for (const std::string& value : {std::string("5"), std::string(), std::string(" 5 "), std::string("Zoë Привет"),
-                                     std::string("\"'=;[x]\\"), std::string(100000, 'v')}) {
-        EXPECT_TRUE(settings_.Write("Tarnwick", "Preferences", "Key", value));
-        EXPECT_EQ(Read("Key"), value);
-        EXPECT_EQ(Win32Settings(root_).Read("Tarnwick", "Preferences", "Key", ""), value);
-    }
-    EXPECT_EQ(settings_.Read("Tarnwick", "Other", "Key", "none"), "none");
-}
+INSTANTIATE_TEST_SUITE_P(Windows, SettingsContract,
+                         testing::Values(SettingsPlatform{
+                             []() -> std::unique_ptr<SettingsMachine> { return std::make_unique<Registry>(); }}));
 
-TEST_F(Win32SettingsTest, ValueThatIsNoTextReadsAsTheDefault) {
-    const std::string path = root_ + "\\Tarnwick\\Preferences";
+TEST(Win32SettingsTest, ValueThatIsNoTextReadsAsTheDefault) {
+    Registry registry;
+    const std::string path = registry.Root + "\\Tarnwick\\Preferences";
     const DWORD number = 5;
     RegSetKeyValueA(HKEY_CURRENT_USER, path.c_str(), "Number", REG_DWORD, &number, sizeof number);
-    EXPECT_EQ(Read("Number"), "(default)");
     RegSetKeyValueA(HKEY_CURRENT_USER, path.c_str(), "Unended", REG_SZ, "12", 2);
-    EXPECT_EQ(Read("Unended"), "12");
+    EXPECT_EQ(registry.Settings().Read("Tarnwick", "Preferences", "Number", "(default)"), "(default)");
+    EXPECT_EQ(registry.Settings().Read("Tarnwick", "Preferences", "Unended", "(default)"), "12");
 }
 
 } // namespace

@@ -66,14 +66,14 @@ struct Win32Machine {
         }
     }
 
-    Win32Clock Clock;
+    SteadyClock Clock;
     MemoryFavorites Favorites;
     MemorySettings Settings;
     Win32Sockets Sockets;
     Win32Windows Windows{Clock};
     RecordingShell Shell;
     Win32Text Text;
-    ServicesInUse InUse{{Favorites, Favorites, Settings, Sockets, Windows, Clock, Shell, Text}};
+    ServicesInUse InUse{{Favorites, Settings, Sockets, Windows, Clock, Shell, Text}};
 };
 
 // Runs `act` as soon as any loop runs, also one of a menu or a message box that is yet to open.

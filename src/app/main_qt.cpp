@@ -1,8 +1,7 @@
-#include "platform/posix/PosixClock.h"
+#include "platform/SteadyClock.h"
 #include "platform/posix/PosixFiles.h"
 #include "platform/posix/PosixSettings.h"
 #include "platform/posix/PosixShell.h"
-#include "platform/posix/PosixShortcuts.h"
 #include "platform/posix/PosixSockets.h"
 #include "platform/posix/PosixText.h"
 #include "platform/qt/QtLook.h"
@@ -38,15 +37,14 @@ int main() {
     SetUp(application);
 
     PosixFiles files;
-    PosixShortcuts shortcuts;
     PosixSettings settings;
     PosixText text;
-    PosixClock clock;
+    SteadyClock clock;
     PosixShell shell;
     MessageLoop loop(clock);
     PosixSockets sockets(loop);
     QtWindows windows(loop, sockets);
-    const ServicesInUse inUse({files, shortcuts, settings, sockets, windows, clock, shell, text});
+    const ServicesInUse inUse({files, settings, sockets, windows, clock, shell, text});
 
     Form9.Show();
     windows.Run();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "favorites/Favorites.h"
+#include "favorites/Visits.h"
 #include "window/Window.h"
 
 #include <string>
@@ -28,8 +29,9 @@ public:
 
     Flag StopRequested;
 
-    // Checks the shortcuts of one folder. `szMainPath` ends with "\"; `szShow` is the folder's name as shown.
-    void ScanFolder(std::string szMainPath, std::string szShow);
+    // Checks the shortcuts of one folder. `szMainPath` ends with "\"; `szShow` is the folder's name as shown. False for
+    // a folder that the run has been in, and after a stop.
+    bool ScanFolder(std::string szMainPath, std::string szShow);
     // Checks one shortcut and returns when its link has ended or a stop was requested.
     void ScanFile(std::string szPath, std::string szFile);
     // Walks everything below a folder, depth first. `valMain` is true for the run's own call.
@@ -60,7 +62,8 @@ private:
     bool Pump(); // false: a stop was requested
     void AddRow(const std::string& url, const char* problem);
 
-    bool runOnStack_ = false; // from the start of a run until its last frame has gone
+    Favorites::Visits visits_; // of the run
+    bool runOnStack_ = false;  // from the start of a run until its last frame has gone
 };
 
 extern WindowObject<Form4Window> Form4;

@@ -52,6 +52,7 @@ void Form4Window::Start() {
 }
 
 void Form4Window::RunSelection() {
+    visits_ = Favorites::Visits(Favorites::FavoritesRoot());
     for (int index = 2; index < Tree1.Nodes().Count(); ++index) {
         if (!Pump())
             return;
@@ -59,9 +60,9 @@ void Form4Window::RunSelection() {
             continue;
         const std::string text = Tree1.NodeAt(index).Text;
         const bool isRoot = text == "- Favorites Root -";
-        const std::string path = Favorites::FavoritesRoot() + (isRoot ? "" : text + "\\");
-        ScanFolder(path, isRoot ? "Favorites root" : text);
-        FillFolders(path, true);
+        const std::string path = visits_.Root() + (isRoot ? "" : text + "\\");
+        if (ScanFolder(path, isRoot ? "Favorites root" : text))
+            FillFolders(path, true);
     }
 }
 

@@ -2,11 +2,11 @@
 
 #include "availability/Form4.h"
 #include "favorites/Folders.h"
+#include "favorites/Number.h"
+#include "favorites/Preferences.h"
 #include "favorites/Shortcut.h"
 #include "report/Form5.h"
 #include "shell/Form2.h"
-#include "shell/Number.h"
-#include "shell/Preferences.h"
 
 #include <cstdio>
 
@@ -31,17 +31,15 @@ bool IsDotName(const std::string& name) { return name == "." || name == ".."; }
 
 } // namespace
 
-void Form4Window::ScanFolder(std::string szMainPath, std::string szShow) {
+bool Form4Window::ScanFolder(std::string szMainPath, std::string szShow) {
     if (StopRequested || szShow.empty())
-        return;
+        return false;
     const auto scan = [&](const std::string& name) {
-        if (IsDotName(name))
-            return;
         CurrentLink.FolderShown = szShow;
         Label5.Caption = szShow;
         ScanFile(szMainPath, name);
     };
-    Favorites::WalkShortcuts(szMainPath, scan, [this] {
+    return Favorites::WalkShortcuts(szMainPath, visits_, scan, [this] {
         if (StopRequested)
             Form2->SOCKET->SOCKET_DISCONNECT(Form2->Handle());
         return static_cast<bool>(StopRequested);
@@ -134,34 +132,26 @@ void Form4Window::Timer2_Tick() {
 }
 
 void Form4Window::FillFolders(std::string szMainPath, Flag valMain) {
-    const auto isNestedRoot = [&] { return !valMain && szMainPath == Favorites::FavoritesRoot(); };
-    if (isNestedRoot())
+    if (!valMain && szMainPath == visits_.Root())
         return;
     if (Tree1.NodeCheck(Tree1.Nodes().Count()) == 0)
         return;
-    ListingHandle find = 0;
+    Favorites::ListingHandle find = 0;
     std::string name = Favorites::FindFirst(szMainPath + "*", find);
     if (name.empty())
         return;
-    const auto scan = [&] {
-        Label6.Caption = name;
-        ScanFolder(szMainPath + name + "\\", name);
-    };
-    if (name != "." && Favorites::UpperExtension(name) != ".URL")
-        scan();
+    // The first name is the folder's own ".".
     for (;;) {
         if (!Pump())
             break;
         name = Favorites::FindNext(find);
         if (name.empty())
             break;
-        const std::string extension = Favorites::UpperExtension(name);
-        if (IsDotName(name) || extension == ".URL" || extension == ".INI")
+        if (IsDotName(name) || Favorites::IsShortcut(name) || Favorites::UpperExtension(name) == ".INI")
             continue;
-        scan();
-        if (isNestedRoot())
-            break;
-        FillFolders(szMainPath + name + "\\", false);
+        Label6.Caption = name;
+        if (ScanFolder(szMainPath + name + "\\", name))
+            FillFolders(szMainPath + name + "\\", false);
     }
     Favorites::FindEnd(find);
 }

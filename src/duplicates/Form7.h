@@ -1,6 +1,7 @@
 #pragma once
 
 #include "favorites/Favorites.h"
+#include "favorites/Visits.h"
 #include "window/Window.h"
 
 #include <cstdint>
@@ -61,6 +62,7 @@ private:
     bool StepOn(); // now and then with a pump pass; false when it was canceled
     void EndRun();
 
+    Favorites::Visits visits_; // of the run
     std::string currentFolder_;
     std::size_t steps_ = 0; // of the comparison
 };

@@ -58,18 +58,19 @@ void Form7Window::Timer1_Tick() {
 }
 
 void Form7Window::Walk() {
+    visits_ = Favorites::Visits(Favorites::FavoritesRoot());
     for (const std::string& entry : List1) {
         if (bCanceled || !services().Windows.PumpEvents())
             return;
         const bool isRoot = entry == RootEntry;
-        ScanFolder(Favorites::FavoritesRoot() + (isRoot ? "" : entry + "\\"), isRoot ? "Favorites root" : entry);
+        ScanFolder(visits_.Root() + (isRoot ? "" : entry + "\\"), isRoot ? "Favorites root" : entry);
     }
 }
 
 void Form7Window::ScanFolder(std::string szMainPath, std::string szShow) {
     currentFolder_ = szShow;
     Favorites::WalkShortcuts(
-        szMainPath, [&](const std::string& name) { ScanFile(szMainPath, name); },
+        szMainPath, visits_, [&](const std::string& name) { ScanFile(szMainPath, name); },
         [this] { return static_cast<bool>(bCanceled); });
 }
 

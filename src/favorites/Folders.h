@@ -2,7 +2,7 @@
 
 // Finding the Favorites folder and listing folders. A failure reads as the empty text.
 
-#include "platform/Services.h"
+#include "favorites/Visits.h"
 
 #include <cstdint>
 #include <functional>
@@ -20,10 +20,14 @@ std::string SpecialFolderPath(WindowHandle window, std::int32_t folder);
 // The user's Favorites folder, always ended by "\"; a lone "\" when the machine can't name it.
 std::string FavoritesRoot();
 
-// Opens a listing by pattern, gives the first name and the listing; the empty text when nothing matches, and then no
-// listing is open. "." and ".." are among the names.
+// An open listing, 0 for none.
+using ListingHandle = std::int32_t;
+
+// Opens a listing by pattern, a folder's path with "*" and an ending behind it, such as "C:\Favorites\*.url". Nothing
+// else in it is a wildcard. Gives the first name and the listing; the empty text when nothing matches, and then no
+// listing is open. "*" alone also finds "." and "..", in front of all others. A lone "\" is no folder.
 std::string FindFirst(const std::string& szPattern, ListingHandle& lngFind);
-// The next name, the empty text behind the last one.
+// The next name, the empty text after the last one.
 std::string FindNext(ListingHandle lngFind);
 void FindEnd(ListingHandle lngFind);
 
@@ -32,12 +36,13 @@ void FindEnd(ListingHandle lngFind);
 // asked before each name.
 void ListFirstLevel(const std::function<bool()>& goOn, const std::function<void(const std::string& name)>& take);
 
-// Hands the names of a folder's shortcuts to `take`, with one pump pass behind each, and ends early when `stopped` says
-// so after the pass. `szMainPath` ends with a backslash.
-void WalkShortcuts(const std::string& szMainPath, const std::function<void(const std::string& name)>& take,
-                   const std::function<bool()>& stopped);
+// Hands the names of a folder's shortcuts to `take`, with one pump pass after each, and ends early when `stopped` says
+// so after the pass. `szMainPath` ends with a backslash. False for a folder that `visits` doesn't let in.
+bool WalkShortcuts(const std::string& szMainPath, Visits& visits,
+                   const std::function<void(const std::string& name)>& take, const std::function<bool()>& stopped);
 
 // The last four characters of `name`, upper-cased: its extension.
 std::string UpperExtension(const std::string& name);
+bool IsShortcut(const std::string& name);
 
 } // namespace tarnwick::Favorites

@@ -1,6 +1,7 @@
 #include "favorites/Shortcut.h"
 
 #include "favorites/Favorites.h"
+#include "favorites/InitialisationFile.h"
 #include "platform/Services.h"
 #include "window/Utf8.h"
 
@@ -12,6 +13,7 @@ namespace tarnwick::Favorites {
 namespace {
 
 constexpr std::size_t ValueBufferSize = 10000; // characters, the closing NUL included
+constexpr std::size_t ReadLimit = 16U << 20U;  // bytes of a file; what comes after them is not looked for
 constexpr std::size_t CredentialSpan = 22;     // characters; an "@" further on belongs to the host or target
 
 // Schemes are compared letter by letter in ASCII, whatever the language of the desktop.
@@ -64,7 +66,9 @@ void TakeCredentials(std::string_view& rest, std::string& szUser, std::string& s
 
 std::string ReadShortcutUrl(const std::string& szFile) {
     CurrentLink.File = szFile;
-    return services().Shortcuts.ReadValue("InternetShortcut", "URL", "", ValueBufferSize, szFile);
+    std::string bytes;
+    services().Files.Read(szFile, ReadLimit, bytes);
+    return FindInitialisationValue(bytes, "InternetShortcut", "URL", ValueBufferSize);
 }
 
 void SplitUrl(const std::string& szUrl, std::string& szHost, std::string& szTarget, std::string& szUser,

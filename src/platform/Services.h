@@ -12,6 +12,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tarnwick {
 
@@ -22,38 +23,47 @@ class Window;
 // 32 bits that name a window to the machine, 0 for none.
 using WindowHandle = std::int32_t;
 
-// A folder listing that stands open, 0 for none.
-using ListingHandle = std::int32_t;
+// A name in a folder. A link may lead to a file or folder that another path names too.
+struct ListedName {
+    std::string Text;
+    bool IsLink = false;
+};
+
+// Where a file really is, all links followed: its folder's identity and its name there.
+struct FilePlace {
+    std::string Folder;
+    std::string Name;
+};
 
 class FileService {
 public:
     virtual ~FileService() = default;
 
-    // Opens a listing of the names that match `pattern`, a folder's path plus a last piece in which "*" stands for any
-    // text (matched regardless of case). Only the last piece is a pattern. Gives the first name and the listing in
-    // `listing`; the empty text when nothing matches or the folder can't be read, and then nothing is open.
-    // "." and ".." come first where the pattern matches them, then the names in the order of an NTFS folder.
-    virtual std::string OpenListing(const std::string& pattern, ListingHandle& listing) = 0;
-    // The next name of an open listing, the empty text behind the last one.
-    virtual std::string StepListing(ListingHandle listing) = 0;
-    virtual void CloseListing(ListingHandle listing) = 0;
+    // Puts the names in `folder` that end with `ending` (ASCII, letter case aside; every name ends with the empty text)
+    // into `names`, in the order of an NTFS folder, without "." and "..". False when the folder can't be read.
+    virtual bool List(const std::string& folder, std::string_view ending, std::vector<ListedName>& names) = 0;
 
-    // Deletes the one file of this path. False, and the file stays, for a folder, a read-only or missing file, a
-    // pattern.
+    // A text that only this folder has, by whatever path it is reached; empty when the machine can't say.
+    virtual std::string FolderIdentity(const std::string& folder) = 0;
+    // An empty folder when the machine can't say.
+    virtual FilePlace PlaceOf(const std::string& file) = 0;
+
+    // Reads the first `limit` bytes of a file. False, and no bytes, for anything but a regular file that can be read;
+    // nothing is waited for.
+    virtual bool Read(const std::string& file, std::size_t limit, std::string& bytes) = 0;
+
+    // Deletes the one file of this path; of a link the link alone. False, and the file stays, for a folder, a read-only
+    // or missing file. No character of the path is a wildcard.
     virtual bool Remove(const std::string& path) = 0;
 
     // The path of the user's Favorites folder; the empty text when the machine can't name it.
     virtual std::string FavoritesFolder() = 0;
 };
 
-class ShortcutService {
-public:
-    virtual ~ShortcutService() = default;
-
-    // The value of `key` in `section` of the initialisation file `file`, at most `size` - 1 bytes of it; `fallback`
-    // where there is none.
-    virtual std::string ReadValue(const std::string& section, const std::string& key, const std::string& fallback,
-                                  std::size_t size, const std::string& file) = 0;
+// One value of a section of the settings.
+struct Setting {
+    std::string Key;
+    std::string Value;
 };
 
 class SettingsService {
@@ -62,9 +72,9 @@ public:
 
     virtual std::string Read(const std::string& application, const std::string& section, const std::string& key,
                              const std::string& fallback) = 0;
-    // False when the value could not be stored; the old value then stays.
-    virtual bool Write(const std::string& application, const std::string& section, const std::string& key,
-                       const std::string& value) = 0;
+    // Stores all of the values, or returns false and leaves all of them as they were.
+    virtual bool Write(const std::string& application, const std::string& section,
+                       const std::vector<Setting>& settings) = 0;
 };
 
 // A socket as the machine numbers it; negative is a failure.
@@ -198,13 +208,10 @@ class TextService {
 public:
     virtual ~TextService() = default;
     virtual std::string Upper(std::string_view text) = 0;
-    virtual std::string ToBytes(const std::string& text) = 0;    // text to the bytes of the system's code page
-    virtual std::string FromBytes(const std::string& bytes) = 0; // and back
 };
 
 struct Services {
     FileService& Files;
-    ShortcutService& Shortcuts;
     SettingsService& Settings;
     SocketService& Sockets;
     WindowService& Windows;

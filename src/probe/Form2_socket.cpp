@@ -2,11 +2,11 @@
 
 #include "availability/Form4.h"
 #include "favorites/Favorites.h"
+#include "favorites/Preferences.h"
 #include "probe/Request.h"
 #include "probe/Verdict.h"
 #include "report/ReportRow.h"
 #include "shell/Form2.h"
-#include "shell/Preferences.h"
 
 namespace tarnwick {
 

@@ -9,7 +9,7 @@ namespace tarnwick {
 namespace {
 
 std::string EncodedCredentials(const LinkRecord& link) {
-    const std::string plain = services().Text.ToBytes(link.User + ":" + link.Password);
+    const std::string plain = link.User + ":" + link.Password;
     Favorites::Bytes encoded;
     Favorites::Base64Encode(Favorites::Bytes(plain.begin(), plain.end()), encoded);
     return {encoded.begin(), encoded.end()};

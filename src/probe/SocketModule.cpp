@@ -21,7 +21,7 @@ void Read() {
     if (count < 0)
         return;
     buffer.resize(static_cast<std::size_t>(count));
-    Instance->SOCKET_RAISEEVENT(2, 0, services().Text.FromBytes(buffer));
+    Instance->SOCKET_RAISEEVENT(2, 0, buffer);
 }
 
 void ConnectionStood(std::int16_t error) {

@@ -1,6 +1,6 @@
 #include "probe/Verdict.h"
 
-#include "shell/Number.h"
+#include "favorites/Number.h"
 
 #include <algorithm>
 #include <iterator>

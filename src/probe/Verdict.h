@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/Preferences.h"
+#include "favorites/Preferences.h"
 
 #include <cstdint>
 #include <optional>

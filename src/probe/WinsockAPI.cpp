@@ -84,8 +84,7 @@ std::string LocalHostName() {
 }
 
 std::int32_t SendBytes(std::int16_t socket, const std::string& text) {
-    const std::string bytes = services().Text.ToBytes(text);
-    return bytes.empty() ? 0 : services().Sockets.Send(socket, bytes);
+    return text.empty() ? 0 : services().Sockets.Send(socket, text);
 }
 
 void CleanupNetwork() {

@@ -1,9 +1,8 @@
 #include "shell/Form1.h"
 
+#include "favorites/Number.h"
 #include "favorites/Opening.h"
-
-#include "shell/Number.h"
-#include "shell/Preferences.h"
+#include "favorites/Preferences.h"
 #include "window/Dialogs.h"
 
 namespace tarnwick {
@@ -96,16 +95,17 @@ void Form1Window::Command1_Click() {
         RefuseText(Text3, "Proxy Port value must be numeric");
     } else if (!AnyCategory()) {
         Refuse("You must to choose at least one category to catch.");
+    } else if (!Save()) {
+        Refuse("The options could not be stored.");
     } else {
-        Save();
         LoadPreferences();
         Unload();
     }
 }
 
-void Form1Window::Save() const {
+bool Form1Window::Save() const {
     const auto state = [](const CheckBox& box) { return std::to_string(box.Value); };
-    SavePreferences({
+    return SavePreferences({
         {"Timeout", Text1.Text},
         {"Keep-alive", state(Check1)},
         {"UseProxy", state(Check2)},

@@ -32,7 +32,7 @@ private:
     void Label4_Click();
 
     bool AnyCategory() const;
-    void Save() const;
+    bool Save() const;
     void RefuseText(TextBox& field, const char* message);
 };
 

@@ -79,4 +79,8 @@ bool IsAscii(std::string_view text) {
     return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
+bool EqualRegardlessOfCase(std::string_view a, std::string_view b) {
+    return std::ranges::equal(a, b, {}, AsciiUpper, AsciiUpper);
+}
+
 } // namespace tarnwick

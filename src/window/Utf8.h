@@ -23,4 +23,9 @@ std::string_view CutUtf8(std::string_view text, std::size_t bytes);
 
 bool IsAscii(std::string_view text);
 
+constexpr char AsciiUpper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - ('a' - 'A')) : c; }
+
+// Only the letters of ASCII have a case here.
+bool EqualRegardlessOfCase(std::string_view a, std::string_view b);
+
 } // namespace tarnwick

@@ -1,8 +1,8 @@
 // The conversion of a text to a number, against the C library's.
 
+#include "favorites/Number.h"
 #include "fuzz/Oracle.h"
 #include "fuzz/Targets.h"
-#include "shell/Number.h"
 
 namespace tarnwick::fuzz {
 

@@ -1,7 +1,7 @@
 // The reader of shortcut files: the input as a whole file, and as the value in a sound one.
 
+#include "favorites/InitialisationFile.h"
 #include "fuzz/Targets.h"
-#include "platform/posix/InitialisationFile.h"
 
 #include <algorithm>
 
@@ -12,7 +12,7 @@ namespace {
 constexpr std::size_t Room = 10000;
 
 std::string Read(std::string_view file, std::size_t size = Room) {
-    return FindInitialisationValue(file, "InternetShortcut", "URL", "", size);
+    return FindInitialisationValue(file, "InternetShortcut", "URL", size);
 }
 
 bool IsLineEnd(char c) { return c == '\r' || c == '\n'; }
@@ -35,9 +35,9 @@ void CheckAsFile(std::string_view file) {
     const std::string whole = Read(file);
     Require(whole.size() < Room, "a value is longer than its buffer");
     Require(std::ranges::none_of(whole, IsLineEnd) || file.starts_with("\xFF\xFE"), "a value runs over a line's end");
-    for (const std::size_t size : {0U, 1U, 2U, 5U, 17U}) {
+    for (const std::size_t size : {1U, 2U, 5U, 17U}) {
         const std::string cut = Read(file, size);
-        Require(cut.size() < std::max<std::size_t>(size, 1), "a cut value is longer than its buffer");
+        Require(cut.size() < size, "a cut value is longer than its buffer");
         Require(whole.starts_with(cut), "a cut value is not the beginning of the whole one");
     }
     if (file.starts_with("\xFF\xFE"))
@@ -48,10 +48,12 @@ void CheckAsFile(std::string_view file) {
         Require(Read(std::string(file) + "\n[InternetShortcut]\nURL=later\n") == whole, "a later section counts");
 }
 
+bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\v' || c == '\f'; }
+
 std::string_view Trimmed(std::string_view text) {
-    while (!text.empty() && (text.front() == ' ' || text.front() == '\t'))
+    while (!text.empty() && IsBlank(text.front()))
         text.remove_prefix(1);
-    while (!text.empty() && (text.back() == ' ' || text.back() == '\t'))
+    while (!text.empty() && IsBlank(text.back()))
         text.remove_suffix(1);
     return text;
 }
@@ -59,6 +61,7 @@ std::string_view Trimmed(std::string_view text) {
 void CheckAsValue(std::string_view input) {
     std::string value(input);
     std::erase_if(value, IsLineEnd);
+    value.resize(std::min(value.find('\0'), value.size()));
     std::string_view expected = Trimmed(value);
     if (expected.size() > 1 && expected.front() == expected.back() &&
         (expected.front() == '"' || expected.front() == '\''))

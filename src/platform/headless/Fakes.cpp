@@ -34,50 +34,67 @@ void MemoryFavorites::AddFile(const std::string& path, const std::string& conten
 
 void MemoryFavorites::LoseFile(const std::string& path) {
     files_.erase(Full(path));
+    links_.erase(Full(path));
     std::erase(folders_[Full(path).substr(0, Full(path).rfind('\\'))], path.substr(path.rfind('\\') + 1));
 }
 
-std::string MemoryFavorites::OpenListing(const std::string& pattern, ListingHandle& listing) {
-    const std::size_t slash = pattern.rfind('\\');
-    const auto folder = folders_.find(pattern.substr(0, slash));
-    if (folder == folders_.end() || Fails("OpenListing"))
-        return {};
-    Listing found;
-    const bool all = pattern.substr(slash + 1) == "*";
-    if (all)
-        found.Names = {".", ".."};
-    for (const std::string& name : folder->second)
-        if (all || PlainText().Upper(name).ends_with(".URL"))
-            found.Names.push_back(name);
-    if (found.Names.empty())
-        return {};
-    listing = ++lastListing_;
-    const std::string first = found.Names[found.Next++];
-    listings_[listing] = std::move(found);
-    return first;
+void MemoryFavorites::AddLink(const std::string& path, const std::string& target) {
+    AddFile(path, "");
+    links_[Full(path)] = target;
 }
 
-std::string MemoryFavorites::StepListing(ListingHandle listing) {
-    const auto found = listings_.find(listing);
-    if (found == listings_.end() || found->second.Next == found->second.Names.size() || Fails("StepListing"))
-        return {};
-    return found->second.Names[found->second.Next++];
+// The path with every link in it followed, without a "\" at its end; the empty text for one that leads nowhere.
+std::string MemoryFavorites::Real(const std::string& path) const {
+    constexpr int mostLinks = 40;
+    std::string real = path.ends_with('\\') ? path.substr(0, path.size() - 1) : path;
+    for (int followed = 0; followed < mostLinks; ++followed) {
+        const auto link = std::ranges::find_if(
+            links_, [&real](const auto& entry) { return real == entry.first || real.starts_with(entry.first + "\\"); });
+        if (link == links_.end())
+            return real;
+        real = link->second + real.substr(link->first.size());
+    }
+    return {};
 }
 
-bool MemoryFavorites::Remove(const std::string& path) {
-    if (!files_.contains(path) || ReadOnly.contains(path) || Fails("Remove"))
+bool MemoryFavorites::List(const std::string& folder, std::string_view ending, std::vector<ListedName>& names) {
+    const std::string real = Real(folder);
+    const auto found = folders_.find(real);
+    if (found == folders_.end() || Fails("List"))
         return false;
-    LoseFile(path.substr(Root.size() + 1));
+    names.clear();
+    for (const std::string& name : found->second)
+        if (PlainText().Upper(name).ends_with(PlainText().Upper(ending)))
+            names.push_back({name, links_.contains(real + "\\" + name)});
+    std::ranges::sort(names, {}, [](const ListedName& name) { return PlainText().Upper(name.Text); });
     return true;
 }
 
-std::string MemoryFavorites::ReadValue(const std::string& section, const std::string& key, const std::string& fallback,
-                                       std::size_t size, const std::string& file) {
-    Read.push_back(file);
-    const auto found = files_.find(file);
-    if (section != "InternetShortcut" || key != "URL" || found == files_.end() || Fails("ReadValue"))
-        return fallback;
-    return found->second.substr(0, size - 1);
+std::string MemoryFavorites::FolderIdentity(const std::string& folder) {
+    const std::string real = Real(folder);
+    return Identifies && folders_.contains(real) && !Fails("FolderIdentity") ? real : "";
+}
+
+FilePlace MemoryFavorites::PlaceOf(const std::string& file) {
+    const std::string real = Real(file);
+    const std::size_t slash = real.rfind('\\');
+    return files_.contains(real) && !Fails("PlaceOf")
+               ? FilePlace{FolderIdentity(real.substr(0, slash)), real.substr(slash + 1)}
+               : FilePlace();
+}
+
+bool MemoryFavorites::Read(const std::string& file, std::size_t limit, std::string& bytes) {
+    ReadIn.push_back(file);
+    const auto found = file.ends_with('\\') || Fails("ReadFile") ? files_.end() : files_.find(Real(file));
+    bytes = found == files_.end() ? "" : found->second.substr(0, limit);
+    return found != files_.end();
+}
+
+bool MemoryFavorites::Remove(const std::string& path) {
+    if (!files_.contains(path) || ReadOnly.contains(path) || folders_.contains(Real(path)) || Fails("Remove"))
+        return false;
+    LoseFile(path.substr(Root.size() + 1));
+    return true;
 }
 
 std::string MemorySettings::Read(const std::string& application, const std::string& section, const std::string& key,
@@ -89,13 +106,15 @@ std::string MemorySettings::Read(const std::string& application, const std::stri
     return found == Values.end() ? fallback : found->second;
 }
 
-bool MemorySettings::Write(const std::string& application, const std::string& section, const std::string& key,
-                           const std::string& value) {
+bool MemorySettings::Write(const std::string& application, const std::string& section,
+                           const std::vector<Setting>& settings) {
     Places.insert(application + "/" + section);
     if (Fails("Write"))
         return false;
-    Values[key] = value;
-    Written.push_back(key);
+    for (const Setting& setting : settings) {
+        Values[setting.Key] = setting.Value;
+        Written.push_back(setting.Key);
+    }
     return true;
 }
 

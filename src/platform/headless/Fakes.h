@@ -24,42 +24,41 @@ private:
     std::int64_t now_ = 1000000;
 };
 
-// A Favorites folder in memory. Folders list "." and ".." first, then their entries in the order of adding.
-class MemoryFavorites : public FileService, public ShortcutService, public CanFail {
+// A Favorites folder in memory.
+class MemoryFavorites : public FileService, public CanFail {
 public:
     std::string Root = "C:\\Users\\u\\Favorites"; // empty: the machine can't name it
 
     // A shortcut file at a path below the root, such as "Work\\Site.url".
-    void AddShortcut(const std::string& path, const std::string& url) { AddFile(path, url); }
+    void AddShortcut(const std::string& path, const std::string& url) {
+        AddFile(path, "[InternetShortcut]\r\nURL=" + url + "\r\n");
+    }
     void AddFile(const std::string& path, const std::string& content);
     void AddFolder(const std::string& path);
+    // A second road, at a path below the root, to the file or folder of another full path.
+    void AddLink(const std::string& path, const std::string& target);
     bool Has(const std::string& path) const { return files_.contains(Full(path)); }
     void LoseFile(const std::string& path);
     std::string Full(const std::string& path) const { return Root + "\\" + path; }
 
-    std::set<std::string> ReadOnly; // full paths that can't be removed
-    std::vector<std::string> Read;  // full paths in the order of reading
-    int OpenListings() const { return static_cast<int>(listings_.size()); }
+    std::set<std::string> ReadOnly;  // full paths that can't be removed
+    std::vector<std::string> ReadIn; // full paths in the order of reading
+    bool Identifies = true;          // false: a file system that has no identities
 
-    std::string OpenListing(const std::string& pattern, ListingHandle& listing) override;
-    std::string StepListing(ListingHandle listing) override;
-    void CloseListing(ListingHandle listing) override { listings_.erase(listing); }
+    bool List(const std::string& folder, std::string_view ending, std::vector<ListedName>& names) override;
+    std::string FolderIdentity(const std::string& folder) override;
+    FilePlace PlaceOf(const std::string& file) override;
+    bool Read(const std::string& file, std::size_t limit, std::string& bytes) override;
     bool Remove(const std::string& path) override;
     std::string FavoritesFolder() override { return Fails("FavoritesFolder") ? "" : Root; }
-    std::string ReadValue(const std::string& section, const std::string& key, const std::string& fallback,
-                          std::size_t size, const std::string& file) override;
 
 private:
-    struct Listing {
-        std::vector<std::string> Names;
-        std::size_t Next = 0;
-    };
     void AddEntry(const std::string& full);
+    std::string Real(const std::string& path) const;
 
     std::map<std::string, std::string> files_;
+    std::map<std::string, std::string> links_;                // full path to full path
     std::map<std::string, std::vector<std::string>> folders_; // full path to names
-    std::map<ListingHandle, Listing> listings_;
-    ListingHandle lastListing_ = 0;
 };
 
 class MemorySettings : public SettingsService, public CanFail {
@@ -70,8 +69,8 @@ public:
 
     std::string Read(const std::string& application, const std::string& section, const std::string& key,
                      const std::string& fallback) override;
-    bool Write(const std::string& application, const std::string& section, const std::string& key,
-               const std::string& value) override;
+    bool Write(const std::string& application, const std::string& section,
+               const std::vector<Setting>& settings) override;
 };
 
 // Sockets that answer as told, host by host. Nothing is delivered but through the loop.
@@ -152,12 +151,10 @@ public:
     void OpenUrl(WindowHandle, const std::string& url) override { Urls.push_back(url); }
 };
 
-// Upper case in ASCII alone, and bytes as they are.
+// Upper case in ASCII alone.
 class PlainText : public TextService {
 public:
     std::string Upper(std::string_view text) override;
-    std::string ToBytes(const std::string& text) override { return text; }
-    std::string FromBytes(const std::string& bytes) override { return bytes; }
 };
 
 } // namespace tarnwick

@@ -21,7 +21,7 @@ struct HeadlessPlatform {
     HeadlessWindows Windows{Loop, Sockets, Clock};
     RecordingShell Shell;
     PlainText Text;
-    ServicesInUse InUse{{Favorites, Favorites, Settings, Sockets, Windows, Clock, Shell, Text}};
+    ServicesInUse InUse{{Favorites, Settings, Sockets, Windows, Clock, Shell, Text}};
 };
 
 } // namespace tarnwick

@@ -1,13 +1,14 @@
 #include "platform/posix/PosixFiles.h"
 
+#include "window/Utf8.h"
+#include "platform/posix/PosixText.h"
 #include "platform/posix/RegularFile.h"
 #include "platform/posix/UserFolders.h"
-#include "platform/posix/Utf8.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <dirent.h>
 #include <fcntl.h>
-#include <limits>
 #include <memory>
 #include <string_view>
 #include <sys/stat.h>
@@ -20,7 +21,7 @@ namespace {
 
 struct Entry {
     std::string Key; // FolderOrderKey() of the name
-    std::string Name;
+    ListedName Name;
 };
 
 struct CloseFolder {
@@ -29,80 +30,22 @@ struct CloseFolder {
 
 bool IsDots(std::string_view name) { return name == "." || name == ".."; }
 
-// The length of the character that begins a key at `at`.
-std::size_t UnitBytes(std::string_view key, std::size_t at) {
-    const auto lead = static_cast<unsigned char>(key[at]);
-    return lead < 0x80 ? 1 : lead < 0xE0 ? 2 : 3;
+bool EndsWith(std::string_view name, std::string_view ending) {
+    return name.size() >= ending.size() && EqualRegardlessOfCase(name.substr(name.size() - ending.size()), ending);
 }
 
-// Both are keys of FolderOrderKey(). "*" is any text, "?" any one character.
-bool Matches(std::string_view pattern, std::string_view name) {
-    std::size_t p = 0;
-    std::size_t n = 0;
-    std::size_t star = std::string_view::npos; // the last "*" so far, and how much of the name it has taken
-    std::size_t taken = 0;
-    while (n < name.size()) {
-        if (p < pattern.size() && pattern[p] == '*') {
-            star = p++;
-            taken = n;
-        } else if (p < pattern.size() && pattern[p] == '?') {
-            ++p;
-            n += UnitBytes(name, n);
-        } else if (p < pattern.size() && pattern[p] == name[n]) {
-            ++p;
-            ++n;
-        } else if (star != std::string_view::npos) {
-            taken += UnitBytes(name, taken);
-            n = taken;
-            p = star + 1;
-        } else {
-            return false;
-        }
-    }
-    return pattern.find_first_not_of('*', p) == std::string_view::npos;
-}
-
-bool IsSameFolder(const struct stat& a, const struct stat& b) { return a.st_dev == b.st_dev && a.st_ino == b.st_ino; }
-
-// True when the folder that was opened as `path` (without a "/" at the end) is one of the folders above it in the path.
-bool LiesBelowItself(const std::string& path, DIR* folder) {
-    struct stat self = {};
-    if (fstat(dirfd(folder), &self) != 0)
-        return true;
-    for (std::size_t end = path.find('/'); end != std::string::npos; end = path.find('/', end + 1)) {
-        struct stat above = {};
-        const std::string prefix = path.substr(0, std::max<std::size_t>(end, 1));
-        if (prefix.size() < path.size() && stat(prefix.c_str(), &above) == 0 && IsSameFolder(self, above))
-            return true;
-    }
-    return false;
-}
-
-std::vector<Entry> ReadFolder(const std::string& path, std::string_view pattern) {
-    std::vector<Entry> entries;
-    const std::unique_ptr<DIR, CloseFolder> folder(opendir(path.c_str()));
-    if (!folder || LiesBelowItself(path, folder.get()))
-        return entries;
-    const std::string patternKey = FolderOrderKey(pattern);
-    while (const dirent* found = readdir(folder.get())) { // NOLINT(concurrency-mt-unsafe): one thread a folder
-        const std::string_view name = found->d_name;
-        if (name.find('\\') != std::string_view::npos)
-            continue;
-        Entry entry = {FolderOrderKey(name), std::string(name)};
-        if (Matches(patternKey, entry.Key))
-            entries.push_back(std::move(entry));
-    }
-    return entries;
-}
-
-// "." and ".." first; names that differ in case only in the order of their bytes.
-bool ComesBefore(const Entry& a, const Entry& b) {
-    const bool dotsA = IsDots(a.Name);
-    const bool dotsB = IsDots(b.Name);
-    return std::tie(dotsB, a.Key, a.Name) < std::tie(dotsA, b.Key, b.Name);
-}
+// Names that differ in case only come in the order of their bytes.
+bool ComesBefore(const Entry& a, const Entry& b) { return std::tie(a.Key, a.Name.Text) < std::tie(b.Key, b.Name.Text); }
 
 bool IsFolder(const struct stat& status) { return S_ISDIR(status.st_mode); }
+
+// `path` is the system's.
+std::string IdentityOf(const std::string& path) {
+    struct stat status = {};
+    if (stat(path.c_str(), &status) != 0 || !IsFolder(status))
+        return {};
+    return std::to_string(status.st_dev) + ":" + std::to_string(status.st_ino);
+}
 
 // A file that may not be written to is read-only, for whoever runs the program; permissions don't stop root.
 bool IsWritable(const std::string& path, const struct stat& status) {
@@ -111,41 +54,47 @@ bool IsWritable(const std::string& path, const struct stat& status) {
 
 } // namespace
 
-std::string PosixFiles::OpenListing(const std::string& pattern, ListingHandle& listing) {
-    listing = 0;
-    std::string path = SystemPath(pattern);
-    const std::size_t last = path.rfind('/') + 1; // 0 without any
-    const std::string name = path.substr(last);
-    path.resize(last);
-    while (path.size() > 1 && path.back() == '/')
-        path.pop_back();
-    std::vector<Entry> entries = name.empty() ? std::vector<Entry>() : ReadFolder(path.empty() ? "." : path, name);
-    if (entries.empty())
-        return {};
-
+bool PosixFiles::List(const std::string& folder, std::string_view ending, std::vector<ListedName>& names) {
+    const std::unique_ptr<DIR, CloseFolder> opened(opendir(SystemPath(folder).c_str()));
+    if (!opened)
+        return false;
+    std::vector<Entry> entries;
+    while (const dirent* found = readdir(opened.get())) { // NOLINT(concurrency-mt-unsafe): one thread a folder
+        const std::string_view name = found->d_name;
+        if (IsDots(name) || !EndsWith(name, ending) || name.find('\\') != std::string_view::npos)
+            continue;
+        // Not every file system tells the kind: what may be a link is looked at as one.
+        const bool isLink = found->d_type == DT_LNK || found->d_type == DT_UNKNOWN;
+        entries.push_back({FolderOrderKey(name), {std::string(name), isLink}});
+    }
     std::ranges::sort(entries, ComesBefore);
-    listing = FreeHandle();
-    Listing& opened = listings_[listing];
-    opened.Names.reserve(entries.size());
+    names.clear();
+    names.reserve(entries.size());
     for (Entry& entry : entries)
-        opened.Names.push_back(std::move(entry.Name));
-    return StepListing(listing);
+        names.push_back(std::move(entry.Name));
+    return true;
 }
 
-std::string PosixFiles::StepListing(ListingHandle listing) {
-    const auto found = listings_.find(listing);
-    if (found == listings_.end() || found->second.Next == found->second.Names.size())
+std::string PosixFiles::FolderIdentity(const std::string& folder) { return IdentityOf(SystemPath(folder)); }
+
+FilePlace PosixFiles::PlaceOf(const std::string& file) {
+    const std::unique_ptr<char, decltype(&std::free)> real(realpath(SystemPath(file).c_str(), nullptr), &std::free);
+    if (!real)
         return {};
-    return std::move(found->second.Names[found->second.Next++]);
+    const std::string path = real.get();
+    const std::size_t last = path.rfind('/') + 1;
+    return {IdentityOf(path.substr(0, last)), path.substr(last)};
 }
 
-void PosixFiles::CloseListing(ListingHandle listing) { listings_.erase(listing); }
+bool PosixFiles::Read(const std::string& file, std::size_t limit, std::string& bytes) {
+    if (ReadRegularFile(SystemPath(file), limit, bytes) == FileReading::Done)
+        return true;
+    bytes.clear();
+    return false;
+}
 
 bool PosixFiles::Remove(const std::string& path) {
     const std::string system = SystemPath(path);
-    const std::string_view name = std::string_view(system).substr(system.rfind('/') + 1);
-    if (name.empty() || name.find_first_of("*?") != std::string_view::npos)
-        return false;
     struct stat status = {};
     if (lstat(system.c_str(), &status) != 0)
         return false;
@@ -165,13 +114,6 @@ std::string PosixFiles::FavoritesFolder() {
         return {}; // it can't be told from another path
     std::ranges::replace(folder, '/', '\\');
     return folder;
-}
-
-ListingHandle PosixFiles::FreeHandle() {
-    do
-        lastHandle_ = lastHandle_ == std::numeric_limits<ListingHandle>::max() ? 1 : lastHandle_ + 1;
-    while (listings_.contains(lastHandle_));
-    return lastHandle_;
 }
 
 } // namespace tarnwick

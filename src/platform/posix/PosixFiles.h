@@ -2,36 +2,20 @@
 
 #include "platform/Services.h"
 
-#include <cstddef>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 namespace tarnwick {
 
-// Names that hold a "\" are left out of a listing, and a folder that is one of the folders above it in its own path
-// (links in a circle) lists as an empty one, so that every walk ends.
+// Names that hold a "\" are left out of a listing.
 class PosixFiles final : public FileService {
 public:
-    std::string OpenListing(const std::string& pattern, ListingHandle& listing) override;
-    std::string StepListing(ListingHandle listing) override;
-    void CloseListing(ListingHandle listing) override;
-
-    // A link to a file is deleted itself, its target stays.
+    bool List(const std::string& folder, std::string_view ending, std::vector<ListedName>& names) override;
+    std::string FolderIdentity(const std::string& folder) override;
+    FilePlace PlaceOf(const std::string& file) override;
+    bool Read(const std::string& file, std::size_t limit, std::string& bytes) override;
     bool Remove(const std::string& path) override;
-
     std::string FavoritesFolder() override;
-
-private:
-    struct Listing {
-        std::vector<std::string> Names;
-        std::size_t Next = 0;
-    };
-
-    ListingHandle FreeHandle();
-
-    std::unordered_map<ListingHandle, Listing> listings_;
-    ListingHandle lastHandle_ = 0;
 };
 
 } // namespace tarnwick

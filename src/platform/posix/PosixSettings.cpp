@@ -1,6 +1,6 @@
 #include "platform/posix/PosixSettings.h"
 
-#include "platform/posix/InitialisationFile.h"
+#include "favorites/InitialisationFile.h"
 #include "platform/posix/RegularFile.h"
 #include "platform/posix/UserFolders.h"
 
@@ -102,10 +102,10 @@ std::string PosixSettings::Read(const std::string& application, const std::strin
     return value ? Unescaped(*value) : fallback;
 }
 
-bool PosixSettings::Write(const std::string& application, const std::string& section, const std::string& key,
-                          const std::string& value) {
+bool PosixSettings::Write(const std::string& application, const std::string& section,
+                          const std::vector<Setting>& settings) {
     const std::string folder = FolderOf(application);
-    if (folder.empty() || section.empty() || key.empty())
+    if (folder.empty() || section.empty())
         return false;
     const std::string file = FileIn(folder);
     std::string bytes;
@@ -113,7 +113,11 @@ bool PosixSettings::Write(const std::string& application, const std::string& sec
     if (ReadRegularFile(file, SizeLimit + 1, bytes) == FileReading::Failed || bytes.size() > SizeLimit)
         return false;
     std::string text = InitialisationText(bytes);
-    PutLine(text, EscapedName(section), EscapedName(key), EscapedValue(value));
+    for (const Setting& setting : settings) {
+        if (setting.Key.empty())
+            return false;
+        PutLine(text, EscapedName(section), EscapedName(setting.Key), EscapedValue(setting.Value));
+    }
     return text.size() <= SizeLimit && MakeFolders(folder) && ReplaceRegularFile(file, text);
 }
 

@@ -4,12 +4,13 @@
 
 namespace tarnwick {
 
-// The code page of this system is UTF-8: a text is its bytes.
+// Texts are UTF-8; bytes that are none stay as they are.
 class PosixText final : public TextService {
 public:
     std::string Upper(std::string_view text) override;
-    std::string ToBytes(const std::string& text) override { return text; }
-    std::string FromBytes(const std::string& bytes) override { return bytes; }
 };
+
+// A key whose bytes compare as the upper-cased UTF-16 units of `text` do: the order of an NTFS folder.
+std::string FolderOrderKey(std::string_view text);
 
 } // namespace tarnwick

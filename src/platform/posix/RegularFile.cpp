@@ -8,6 +8,7 @@
 #include <fcntl.h>
 #include <memory>
 #include <string_view>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -75,10 +76,16 @@ FileReading ReadRegularFile(const std::string& path, std::size_t limit, std::str
 
 bool ReplaceRegularFile(const std::string& path, const std::string& bytes) {
     const std::string target = TargetOf(path);
-    std::string fresh = target + ".XXXXXX";
+    // One at a time; a file system without locks has to do without.
+    const Descriptor folder(open(target.substr(0, target.rfind('/') + 1).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (folder.Number < 0 || (flock(folder.Number, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK))
+        return false;
+    // Always the same name, so that what a kill leaves is gone after the next time.
+    const std::string fresh = target + ".new";
+    unlink(fresh.c_str());
     bool written = false;
     {
-        const Descriptor file(mkostemp(fresh.data(), O_CLOEXEC));
+        const Descriptor file(open(fresh.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR));
         if (file.Number < 0)
             return false;
         written = WriteWhole(file.Number, bytes);

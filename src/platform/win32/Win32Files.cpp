@@ -1,14 +1,13 @@
 #include "platform/win32/Win32Files.h"
 
+#include "window/Utf8.h"
 #include "platform/win32/Win32Text.h"
 
 #include <windows.h>
 
 #include <shlobj.h>
-#include <shlwapi.h>
 
 #include <algorithm>
-#include <optional>
 #include <tuple>
 #include <utility>
 
@@ -16,104 +15,130 @@ namespace tarnwick {
 
 namespace {
 
-// What tells a folder from every other one.
-using Identity = std::tuple<DWORD, DWORD, DWORD>;
+// A handle that closes itself.
+class Opened {
+public:
+    Opened(const std::wstring& path, DWORD access, DWORD flags)
+        : handle_(CreateFileW(path.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                              OPEN_EXISTING, flags, nullptr)) {}
+    ~Opened() {
+        if (*this)
+            CloseHandle(handle_);
+    }
+    Opened(const Opened&) = delete;
+    Opened& operator=(const Opened&) = delete;
 
-std::optional<Identity> IdentityOf(const std::wstring& folder) {
-    const HANDLE handle = CreateFileW(folder.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                                      nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
-    if (handle == INVALID_HANDLE_VALUE)
-        return std::nullopt;
-    BY_HANDLE_FILE_INFORMATION information;
-    const bool known = GetFileInformationByHandle(handle, &information) != 0;
-    CloseHandle(handle);
-    if (!known)
-        return std::nullopt;
-    return Identity(information.dwVolumeSerialNumber, information.nFileIndexHigh, information.nFileIndexLow);
+    explicit operator bool() const { return handle_ != INVALID_HANDLE_VALUE; }
+    HANDLE Handle() const { return handle_; }
+
+private:
+    HANDLE handle_;
+};
+
+// The path in the form that has no limit of 260 characters and is taken as it is: no ".", no "/", no dot or blank
+// dropped from the end of a name.
+std::wstring SystemPath(const std::string& path) {
+    std::wstring wide = WideOf(path);
+    if (path.find('\0') != std::string::npos)
+        return {};
+    if (wide.starts_with(LR"(\\?\)"))
+        return wide;
+    if (wide.starts_with(LR"(\\)"))
+        return LR"(\\?\UNC\)" + wide.substr(2);
+    return wide.size() > 2 && wide[1] == L':' ? LR"(\\?\)" + wide : std::wstring();
 }
 
-// `folder` ends with "\".
-bool ClosesCircle(const std::wstring& folder) {
-    const std::optional<Identity> own = IdentityOf(folder);
-    if (!own)
-        return false;
-    for (std::size_t slash = folder.find(L'\\'); slash + 1 < folder.size(); slash = folder.find(L'\\', slash + 1))
-        if (IdentityOf(folder.substr(0, slash + 1)) == own)
-            return true;
-    return false;
+// `path` is the system's.
+std::string IdentityOf(const std::wstring& path) {
+    const Opened folder(path, 0, FILE_FLAG_BACKUP_SEMANTICS);
+    BY_HANDLE_FILE_INFORMATION found;
+    if (!folder || !GetFileInformationByHandle(folder.Handle(), &found))
+        return {};
+    if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0 || (found.nFileIndexHigh | found.nFileIndexLow) == 0)
+        return {};
+    return std::to_string(found.dwVolumeSerialNumber) + ":" + std::to_string(found.nFileIndexHigh) + ":" +
+           std::to_string(found.nFileIndexLow);
 }
 
-bool IsDots(const std::wstring& name) { return name == L"." || name == L".."; }
+bool IsDots(std::wstring_view name) { return name == L"." || name == L".."; }
 
 std::wstring OrderKey(std::wstring name) {
     CharUpperBuffW(name.data(), static_cast<DWORD>(name.size()));
     return name;
 }
 
-// Sorted here, as not every volume keeps its names in order, and wide: a name may have more bytes than the narrow call
-// has room for.
-std::vector<std::string> NamesOf(const std::wstring& folder, const std::wstring& pattern) {
-    WIN32_FIND_DATAW data;
-    const HANDLE find = FindFirstFileW((folder + pattern).c_str(), &data);
-    if (find == INVALID_HANDLE_VALUE)
-        return {};
-    std::vector<std::pair<std::wstring, std::wstring>> found; // with the key in front
-    do {
-        const std::wstring name = data.cFileName;
-        // The system also matches the short name that a file may have beside its own.
-        if (!IsDots(name) && PathMatchSpecW(name.c_str(), pattern.c_str()))
-            found.emplace_back(OrderKey(name), name);
-    } while (FindNextFileW(find, &data));
-    FindClose(find);
-    std::ranges::sort(found);
-
-    std::vector<std::string> names;
-    if (pattern == L"*")
-        names = {".", ".."};
-    for (const auto& [key, name] : found)
-        names.push_back(NarrowOf(name));
-    return names;
+bool EndsWith(std::string_view name, std::string_view ending) {
+    return name.size() >= ending.size() && EqualRegardlessOfCase(name.substr(name.size() - ending.size()), ending);
 }
 
 } // namespace
 
-std::string Win32Files::OpenListing(const std::string& pattern, ListingHandle& listing) {
-    const std::wstring wide = WideOf(pattern);
-    const std::size_t behindFolder = wide.rfind(L'\\') + 1;
-    const std::wstring folder = wide.substr(0, behindFolder);
-    if (ClosesCircle(folder))
-        return {};
-    Listing opened{NamesOf(folder, wide.substr(behindFolder))};
-    if (opened.Names.empty())
-        return {};
-    do
-        lastHandle_ = static_cast<ListingHandle>((static_cast<std::uint32_t>(lastHandle_) + 1) & 0x7FFFFFFFU);
-    while (lastHandle_ == 0 || listings_.contains(lastHandle_));
-    listing = lastHandle_;
-    listings_.emplace(listing, std::move(opened));
-    return StepListing(listing);
-}
-
-std::string Win32Files::StepListing(ListingHandle listing) {
-    const auto found = listings_.find(listing);
-    if (found == listings_.end() || found->second.Next == found->second.Names.size())
-        return {};
-    return found->second.Names[found->second.Next++];
-}
-
-// The system takes "name" for "name. " and stretches wildcards: only a file that answers to exactly this name goes.
-bool Win32Files::Remove(const std::string& path) {
-    const std::wstring wide = WideOf(path);
+// Sorted here, as not every volume keeps its names in order, and wide: a name may have more bytes than the narrow call
+// has room for.
+bool Win32Files::List(const std::string& folder, std::string_view ending, std::vector<ListedName>& names) {
     WIN32_FIND_DATAW data;
-    const HANDLE find = FindFirstFileW(wide.c_str(), &data);
+    const std::wstring path = SystemPath(folder);
+    const std::wstring every = path + (path.ends_with(L'\\') ? L"*" : L"\\*");
+    const HANDLE find = path.empty() ? INVALID_HANDLE_VALUE
+                                     : FindFirstFileExW(every.c_str(), FindExInfoBasic, &data, FindExSearchNameMatch,
+                                                        nullptr, FIND_FIRST_EX_LARGE_FETCH);
     if (find == INVALID_HANDLE_VALUE)
         return false;
+    std::vector<std::pair<std::wstring, ListedName>> found; // with the key in front
+    do {
+        const std::wstring wide = data.cFileName;
+        std::string name = NarrowOf(wide);
+        if (!IsDots(wide) && EndsWith(name, ending))
+            found.push_back(
+                {OrderKey(wide), {std::move(name), (data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0}});
+    } while (FindNextFileW(find, &data));
     FindClose(find);
-    constexpr DWORD kept = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY;
-    const std::wstring name = wide.substr(wide.rfind(L'\\') + 1);
-    if ((data.dwFileAttributes & kept) != 0 || OrderKey(data.cFileName) != OrderKey(name))
+    std::ranges::sort(found, [](const auto& a, const auto& b) {
+        return std::tie(a.first, a.second.Text) < std::tie(b.first, b.second.Text);
+    });
+    names.clear();
+    for (auto& [key, name] : found)
+        names.push_back(std::move(name));
+    return true;
+}
+
+std::string Win32Files::FolderIdentity(const std::string& folder) { return IdentityOf(SystemPath(folder)); }
+
+FilePlace Win32Files::PlaceOf(const std::string& file) {
+    const Opened opened(SystemPath(file), 0, FILE_FLAG_BACKUP_SEMANTICS);
+    std::wstring path(0x8000, L'\0');
+    const DWORD length =
+        opened ? GetFinalPathNameByHandleW(opened.Handle(), path.data(), static_cast<DWORD>(path.size()), 0) : 0;
+    if (length == 0 || length >= path.size())
+        return {};
+    path.resize(length);
+    const std::size_t last = path.rfind(L'\\') + 1;
+    return {IdentityOf(path.substr(0, last)), NarrowOf(path.substr(last))};
+}
+
+bool Win32Files::Read(const std::string& file, std::size_t limit, std::string& bytes) {
+    bytes.clear();
+    const Opened opened(SystemPath(file), GENERIC_READ, FILE_FLAG_SEQUENTIAL_SCAN);
+    if (!opened || GetFileType(opened.Handle()) != FILE_TYPE_DISK)
         return false;
-    return DeleteFileW(wide.c_str()) != 0;
+    char chunk[16384];
+    DWORD got = 0;
+    do {
+        const auto room = static_cast<DWORD>(std::min(sizeof chunk, limit - bytes.size()));
+        if (!ReadFile(opened.Handle(), chunk, room, &got, nullptr)) {
+            bytes.clear();
+            return false;
+        }
+        bytes.append(chunk, got);
+    } while (got != 0);
+    return true;
+}
+
+bool Win32Files::Remove(const std::string& path) {
+    const std::wstring system = SystemPath(path);
+    const DWORD attributes = GetFileAttributesW(system.c_str());
+    constexpr DWORD kept = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY;
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & kept) == 0 && DeleteFileW(system.c_str()) != 0;
 }
 
 std::string Win32Files::FavoritesFolder() {

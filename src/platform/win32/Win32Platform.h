@@ -1,10 +1,9 @@
 #pragma once
 
-#include "platform/win32/Win32Clock.h"
+#include "platform/SteadyClock.h"
 #include "platform/win32/Win32Files.h"
 #include "platform/win32/Win32Settings.h"
 #include "platform/win32/Win32Shell.h"
-#include "platform/win32/Win32Shortcuts.h"
 #include "platform/win32/Win32Sockets.h"
 #include "platform/win32/Win32Text.h"
 #include "platform/win32/Win32Windows.h"
@@ -13,15 +12,14 @@ namespace tarnwick {
 
 // A whole machine, in use for as long as the object lives.
 struct Win32Platform {
-    Win32Clock Clock;
+    SteadyClock Clock;
     Win32Files Files;
-    Win32Shortcuts Shortcuts;
     Win32Settings Settings;
     Win32Sockets Sockets;
     Win32Windows Windows{Clock};
     Win32Shell Shell;
     Win32Text Text;
-    ServicesInUse InUse{{Files, Shortcuts, Settings, Sockets, Windows, Clock, Shell, Text}};
+    ServicesInUse InUse{{Files, Settings, Sockets, Windows, Clock, Shell, Text}};
 };
 
 } // namespace tarnwick

@@ -14,8 +14,8 @@ public:
 
     std::string Read(const std::string& application, const std::string& section, const std::string& key,
                      const std::string& fallback) override;
-    bool Write(const std::string& application, const std::string& section, const std::string& key,
-               const std::string& value) override;
+    bool Write(const std::string& application, const std::string& section,
+               const std::vector<Setting>& settings) override;
 
 private:
     std::string PathOf(const std::string& application, const std::string& section) const;

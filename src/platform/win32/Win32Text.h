@@ -22,8 +22,6 @@ class Win32Text final : public TextService {
 public:
     // Letter by letter, whatever their number of bytes. Bytes that are no text of the code page stay as they are.
     std::string Upper(std::string_view text) override;
-    std::string ToBytes(const std::string& text) override { return text; }
-    std::string FromBytes(const std::string& bytes) override { return bytes; }
 };
 
 } // namespace tarnwick

@@ -1,7 +1,7 @@
 #pragma once
 
-// The platform's initialisation files: sections headed by a name in square brackets, lines of key, "=" and value under
-// them. Pure functions over bytes.
+// Initialisation files, the form of shortcuts and of settings: sections headed by a name in square brackets, lines of
+// key, "=" and value under them. Pure functions over bytes.
 
 #include <cstddef>
 #include <optional>
@@ -10,13 +10,13 @@
 
 namespace tarnwick {
 
-// The text of a file's bytes: a UTF-8 mark is passed over, a file with the UTF-16LE mark is converted. All other bytes,
-// NUL and 0x1A among them, are text as they stand.
+// The text of a file's bytes: a UTF-8 mark is passed over, a file with the UTF-16LE mark is converted. All other bytes
+// are text as they are.
 std::string InitialisationText(std::string_view bytes);
 
 // Where a key stands in a text, or where its line would belong. Offsets in bytes.
 struct InitialisationPlace {
-    std::optional<std::string_view> Value; // none: the section or the key is missing
+    std::optional<std::string_view> Value; // up to its first NUL; none: the section or the key is missing
     std::size_t LineStart = 0;             // the key's line with its line end
     std::size_t LineEnd = 0;
     std::optional<std::size_t>
@@ -25,8 +25,9 @@ struct InitialisationPlace {
 
 InitialisationPlace FindInitialisationPlace(std::string_view text, std::string_view section, std::string_view key);
 
-// The value, or `fallback`, at most `size` - 1 bytes of it, cut in front of a character that would not fit whole.
+// The value, at most `size` - 1 bytes of it, cut in front of a character that would not fit whole;
+// the empty text where there is none.
 std::string FindInitialisationValue(std::string_view bytes, std::string_view section, std::string_view key,
-                                    std::string_view fallback, std::size_t size);
+                                    std::size_t size);
 
 } // namespace tarnwick

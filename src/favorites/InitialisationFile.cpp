@@ -1,6 +1,6 @@
-#include "platform/posix/InitialisationFile.h"
+#include "favorites/InitialisationFile.h"
 
-#include "platform/posix/Utf8.h"
+#include "window/Utf8.h"
 
 #include <algorithm>
 
@@ -13,10 +13,11 @@ constexpr std::string_view Utf16Mark = "\xFF\xFE";
 constexpr char32_t Replacement = 0xFFFD;
 
 std::string_view Trimmed(std::string_view text) {
-    const std::size_t start = text.find_first_not_of(" \t");
+    constexpr std::string_view blanks = " \t\v\f";
+    const std::size_t start = text.find_first_not_of(blanks);
     if (start == std::string_view::npos)
         return {};
-    return text.substr(start, text.find_last_not_of(" \t") - start + 1);
+    return text.substr(start, text.find_last_not_of(blanks) - start + 1);
 }
 
 std::string_view WithoutOuterQuotes(std::string_view text) {
@@ -83,7 +84,8 @@ InitialisationPlace FindInitialisationPlace(std::string_view text, std::string_v
             place.SectionEnd = next;
             const std::size_t equals = line.starts_with(';') ? std::string_view::npos : line.find('=');
             if (equals != std::string_view::npos && EqualRegardlessOfCase(Trimmed(line.substr(0, equals)), key)) {
-                place.Value = WithoutOuterQuotes(Trimmed(line.substr(equals + 1)));
+                const std::string_view value = line.substr(equals + 1);
+                place.Value = WithoutOuterQuotes(Trimmed(value.substr(0, value.find('\0'))));
                 place.LineStart = start;
                 place.LineEnd = next;
                 return place;
@@ -95,16 +97,14 @@ InitialisationPlace FindInitialisationPlace(std::string_view text, std::string_v
 }
 
 std::string FindInitialisationValue(std::string_view bytes, std::string_view section, std::string_view key,
-                                    std::string_view fallback, std::size_t size) {
-    if (size == 0)
-        return {};
+                                    std::size_t size) {
     std::string converted;
     if (bytes.starts_with(Utf16Mark))
         bytes = converted = InitialisationText(bytes);
     else if (bytes.starts_with(Utf8Mark))
         bytes.remove_prefix(Utf8Mark.size());
     const InitialisationPlace place = FindInitialisationPlace(bytes, section, key);
-    return std::string(CutUtf8(place.Value.value_or(fallback), size - 1));
+    return std::string(CutUtf8(place.Value.value_or(""), size - 1));
 }
 
 } // namespace tarnwick

@@ -1,8 +1,9 @@
 #pragma once
 
+#include "platform/Services.h"
+
 #include <cstdint>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace tarnwick {
@@ -28,13 +29,8 @@ extern PreferencesRecord Preferences;
 // is no number where one belongs, gives the key's default.
 void LoadPreferences();
 
-// One key with the text to store under it.
-struct PreferenceText {
-    std::string_view Key;
-    std::string Text;
-};
-
-// Writes the texts as they are, in their order. Preferences doesn't change.
-void SavePreferences(const std::vector<PreferenceText>& texts);
+// Stores the texts as they are, in their order: all of them, or none and the result is false. Preferences doesn't
+// change.
+bool SavePreferences(const std::vector<Setting>& texts);
 
 } // namespace tarnwick

@@ -1,4 +1,4 @@
-#include "shell/Number.h"
+#include "favorites/Number.h"
 
 #include <limits>
 

@@ -4,7 +4,7 @@
 
 namespace tarnwick {
 
-class PosixClock final : public ClockService {
+class SteadyClock final : public ClockService {
 public:
     std::int64_t Now() override;
 };

@@ -1,10 +1,10 @@
-#include "platform/posix/PosixClock.h"
+#include "platform/SteadyClock.h"
 
 #include <chrono>
 
 namespace tarnwick {
 
-std::int64_t PosixClock::Now() {
+std::int64_t SteadyClock::Now() {
     const auto since = std::chrono::steady_clock::now().time_since_epoch();
     return std::chrono::duration_cast<std::chrono::milliseconds>(since).count();
 }

@@ -1,7 +1,6 @@
-#include "shell/Preferences.h"
+#include "favorites/Preferences.h"
 
-#include "platform/Services.h"
-#include "shell/Number.h"
+#include "favorites/Number.h"
 
 #include <variant>
 
@@ -54,9 +53,8 @@ void LoadPreferences() {
     }
 }
 
-void SavePreferences(const std::vector<PreferenceText>& texts) {
-    for (const PreferenceText& entry : texts)
-        services().Settings.Write(Application, Section, std::string(entry.Key), entry.Text);
+bool SavePreferences(const std::vector<Setting>& texts) {
+    return services().Settings.Write(Application, Section, texts);
 }
 
 } // namespace tarnwick
