@@ -7,12 +7,20 @@
 #include <QAccessible>
 #include <QAccessibleWidget>
 #include <QCheckBox>
+#include <QGroupBox>
 #include <QPushButton>
 #include <QRadioButton>
 
 namespace tarnwick {
 
 namespace {
+
+// A caption without the mark of its access key.
+QString SpokenOf(QString caption) {
+    for (qsizetype at = caption.indexOf(u'&'); at >= 0; at = caption.indexOf(u'&', at + 1))
+        caption.remove(at, 1);
+    return caption;
+}
 
 class ReadLabel : public QAccessibleWidget {
 public:
@@ -26,6 +34,35 @@ public:
 
 private:
     PlainLabel& label_;
+};
+
+// A window or a frame with the widgets that are shown in it; lines and outlines are no things to read.
+class ReadContainer : public QAccessibleWidget {
+public:
+    ReadContainer(QWidget& container, QAccessible::Role role) : QAccessibleWidget(&container, role) {}
+
+    int childCount() const override { return static_cast<int>(Children().size()); }
+    QAccessibleInterface* child(int index) const override {
+        return QAccessible::queryAccessibleInterface(Children().value(index));
+    }
+    int indexOfChild(const QAccessibleInterface* child) const override {
+        return child == nullptr ? -1 : static_cast<int>(Children().indexOf(child->object()));
+    }
+    QString text(QAccessible::Text what) const override {
+        const auto* frame = qobject_cast<const QGroupBox*>(widget());
+        return frame != nullptr && what == QAccessible::Name ? SpokenOf(frame->title()) : QAccessibleWidget::text(what);
+    }
+
+private:
+    QObjectList Children() const {
+        QObjectList shown;
+        for (QObject* child : widget()->children())
+            if (const auto* part = qobject_cast<const QWidget*>(child);
+                part != nullptr && !part->isWindow() && !part->isHidden() &&
+                !part->testAttribute(Qt::WA_TransparentForMouseEvents))
+                shown.append(child);
+        return shown;
+    }
 };
 
 QAccessible::Role RoleOf(const QAbstractButton& button) {
@@ -43,7 +80,7 @@ public:
         const QString key = QKeySequence::mnemonic(button_.text()).toString(QKeySequence::NativeText);
         switch (what) {
         case QAccessible::Name:
-            return Name();
+            return SpokenOf(button_.text());
         case QAccessible::Accelerator:
             return key;
         default:
@@ -73,14 +110,6 @@ public:
     }
 
 private:
-    // The caption without the mark of its access key.
-    QString Name() const {
-        QString name = button_.text();
-        for (qsizetype at = name.indexOf(u'&'); at >= 0; at = name.indexOf(u'&', at + 1))
-            name.remove(at, 1);
-        return name;
-    }
-
     QAbstractButton& button_;
     QtWindow& window_;
 };
@@ -91,6 +120,10 @@ QAccessibleInterface* MakeReaderInterface(const QString& /*className*/, QObject*
     if (auto* button = qobject_cast<QAbstractButton*>(object); button != nullptr)
         if (auto* window = qobject_cast<QtWindow*>(button->window()); window != nullptr)
             return new ReadButton(*button, *window);
+    if (auto* window = qobject_cast<QtWindow*>(object); window != nullptr)
+        return new ReadContainer(*window, QAccessible::Dialog);
+    if (auto* frame = qobject_cast<QGroupBox*>(object); frame != nullptr)
+        return new ReadContainer(*frame, QAccessible::Grouping);
     return nullptr;
 }
 

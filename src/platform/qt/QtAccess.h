@@ -2,8 +2,8 @@
 
 namespace tarnwick {
 
-// What a screen reader gets of labels and buttons differs from what Qt would say by itself: an empty value is empty,
-// and an action of the reader's goes the way of every click.
+// A screen reader gets what differs from Qt's own account: what is hidden or covered doesn't exist, an empty value is
+// empty, and an action of the reader's is a click like any other.
 void UseReaderInterfaces();
 
 } // namespace tarnwick

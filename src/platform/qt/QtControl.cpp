@@ -55,6 +55,8 @@ void QtControl::SyncLooks() {
     if (shown.ToolTip != control_.ToolTip) {
         shown.ToolTip = control_.ToolTip;
         widget_.setToolTip(shown.ToolTip.empty() ? QString() : LiteralToolTip(shown.ToolTip));
+        if (control_.AccessibleDescription.empty()) // without the markup
+            widget_.setAccessibleDescription(SingleLineOf(shown.ToolTip));
     }
 }
 

@@ -2,15 +2,37 @@
 
 #include "platform/qt/QtText.h"
 
-#include <QKeyEvent>
+#include <QApplication>
+#include <QMessageBox>
 
 namespace tarnwick {
 
-std::optional<KeyPress> KeyPressOf(const QKeyEvent& event) {
+HeldKeys::HeldKeys() { qApp->installEventFilter(this); }
+
+bool HeldKeys::IsRepeated(const QKeyEvent& press) const {
+    constexpr quint64 quickestFinger = 10; // ms
+    return press.isAutoRepeat() ||
+           (press.key() == released_ && releasedAt_ != 0 && press.timestamp() - releasedAt_ <= quickestFinger);
+}
+
+// Qt's boxes would be answered by the key that has called them.
+bool HeldKeys::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease)
+        return false;
+    const auto& key = static_cast<const QKeyEvent&>(*event);
+    if (key.type() == QEvent::KeyRelease) {
+        released_ = key.key();
+        releasedAt_ = key.timestamp();
+        return false;
+    }
+    const auto* widget = qobject_cast<const QWidget*>(watched);
+    return widget != nullptr && qobject_cast<const QMessageBox*>(widget->window()) != nullptr && IsRepeated(key);
+}
+
+std::optional<KeyPress> KeyPressOf(const QKeyEvent& event, bool repeated) {
     const Qt::KeyboardModifiers held = event.modifiers();
-    KeyPress key{.Shift = held.testFlag(Qt::ShiftModifier),
-                 .Alt = held.testFlag(Qt::AltModifier),
-                 .Repeated = event.isAutoRepeat()};
+    KeyPress key{
+        .Shift = held.testFlag(Qt::ShiftModifier), .Alt = held.testFlag(Qt::AltModifier), .Repeated = repeated};
     const bool plain = !held.testFlag(Qt::ControlModifier) && !key.Alt;
     const auto as = [&key](Key which) {
         key.Which = which;

@@ -2,13 +2,30 @@
 
 #include "window/Keyboard.h"
 
-#include <optional>
+#include <QKeyEvent>
+#include <QObject>
 
-class QKeyEvent;
+#include <optional>
 
 namespace tarnwick {
 
+// Knows of every key whether it is held down. A display repeats a held key as releases and presses, which Qt knows for
+// what they are only if they come in together.
+class HeldKeys : public QObject {
+public:
+    HeldKeys();
+
+    bool IsRepeated(const QKeyEvent& press) const;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    int released_ = 0; // the last key that came up
+    quint64 releasedAt_ = 0;
+};
+
 // The key as the model counts them; nothing for one that it has no rule for.
-std::optional<KeyPress> KeyPressOf(const QKeyEvent& event);
+std::optional<KeyPress> KeyPressOf(const QKeyEvent& event, bool repeated);
 
 } // namespace tarnwick

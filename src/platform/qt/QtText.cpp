@@ -2,7 +2,7 @@
 
 #include "window/Text.h"
 
-#include <QTextDocument>
+#include <QStringList>
 
 namespace tarnwick {
 
@@ -33,7 +33,14 @@ QString BreakableLinesOf(std::string_view text) {
     return broken;
 }
 
-QString LiteralToolTip(std::string_view text) { return Qt::convertFromPlainText(BreakableLinesOf(text)); }
+QString LiteralToolTip(std::string_view text) {
+    constexpr qsizetype LongestLine = 100;
+    QString lines;
+    for (const QString& line : LinesOf(text).split(u'\n'))
+        for (qsizetype at = 0; at == 0 || at < line.size(); at += LongestLine)
+            lines += (lines.isEmpty() ? "" : "\n") + line.mid(at, LongestLine);
+    return QStringLiteral("<p style='white-space:pre'>%1</p>").arg(lines.toHtmlEscaped());
+}
 
 std::string FromQt(const QString& text) { return text.toStdString(); }
 

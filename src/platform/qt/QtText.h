@@ -19,7 +19,7 @@ QString LiteralCaption(QString line);
 QString LiteralTitle(std::string_view text);
 // Lines that may be broken inside words that are too long for a window.
 QString BreakableLinesOf(std::string_view text);
-// Lines for a tool tip, which Qt would read as markup; long ones are broken.
+// Lines for a tool tip, which Qt would read as markup; none is wider than a screen.
 QString LiteralToolTip(std::string_view text);
 
 std::string FromQt(const QString& text);

@@ -51,8 +51,8 @@ bool FollowsMouse(const Window& window) {
 
 } // namespace
 
-QtWindow::QtWindow(Window& window, QtPump& pump)
-    : QDialog(nullptr, FlagsOf(window)), window_(&window), pump_(pump), input_(window) {
+QtWindow::QtWindow(Window& window, QtPump& pump, const HeldKeys& heldKeys)
+    : QDialog(nullptr, FlagsOf(window)), window_(&window), pump_(pump), heldKeys_(heldKeys), input_(window) {
     setObjectName(SingleLineOf(window.Name));
     setFixedSize(PixelsOf(window.ClientWidth), PixelsOf(window.ClientHeight));
     setMouseTracking(FollowsMouse(window));
@@ -246,7 +246,7 @@ void QtWindow::MoveMouse(const QMouseEvent& event) {
 bool QtWindow::HandleKey(const QKeyEvent& event) {
     if (window_ == nullptr || !window_->TakesInput())
         return true;
-    const std::optional<KeyPress> key = KeyPressOf(event);
+    const std::optional<KeyPress> key = KeyPressOf(event, heldKeys_.IsRepeated(event));
     const QtControl* focused = Find(focusWidget());
     if (!key)
         return false;

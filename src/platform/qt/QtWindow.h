@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/qt/QtKeyboard.h"
 #include "platform/qt/QtPump.h"
 #include "window/Input.h"
 #include "window/Window.h"
@@ -20,7 +21,7 @@ class QtWindow : public QDialog {
     Q_OBJECT
 
 public:
-    QtWindow(Window& window, QtPump& pump);
+    QtWindow(Window& window, QtPump& pump, const HeldKeys& heldKeys);
     ~QtWindow() override;
 
     bool Shows(const Window& window) const { return window_ == &window; }
@@ -87,6 +88,7 @@ private:
 
     Window* window_; // nullptr: the model's window has gone
     QtPump& pump_;
+    const HeldKeys& heldKeys_;
     Input input_;
     std::vector<std::unique_ptr<QtControl>> controls_;
     std::optional<Frame> frame_; // as shown

@@ -119,7 +119,7 @@ QtWindow* QtWindows::Find(const Window& window) const {
 QtWindow& QtWindows::RealWindow(Window& window) {
     if (QtWindow* real = Find(window); real != nullptr)
         return *real;
-    return *windows_.emplace_back(std::make_unique<QtWindow>(window, pump_));
+    return *windows_.emplace_back(std::make_unique<QtWindow>(window, pump_, heldKeys_));
 }
 
 void QtWindows::SyncWindows() {

@@ -48,6 +48,7 @@ private:
 
     MessageLoop& loop_;
     QtPump pump_;
+    HeldKeys heldKeys_;
     std::vector<std::unique_ptr<QtWindow>> windows_;   // built at the first show
     std::vector<std::unique_ptr<QtWindow>> discarded_; // a handler on the stack may still be in one
 };
