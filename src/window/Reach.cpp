@@ -90,7 +90,7 @@ Control* NextStop(const Window& window, const Control* from, bool backwards) {
     if (backwards)
         std::ranges::reverse(stops);
     if (const auto own = std::ranges::find(stops, from); own != stops.end())
-        std::ranges::rotate(stops, own + 1);
+        std::rotate(stops.begin(), own + 1, stops.end());
     const auto next = std::ranges::find_if(stops, [&](const Control* control) { return IsStop(window, *control); });
     return next == stops.end() ? nullptr : *next;
 }
