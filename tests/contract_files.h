@@ -140,22 +140,22 @@ TEST_P(FilesContract, FoldersAndFilesAreTheSameByEveryPath) {
     isAt("a\\x.url", "a", "x.url");
     EXPECT_EQ(files.PlaceOf(machine->Path("a\\missing.url")).Folder, "");
 
-    if (!machine->Link("b\\to a", "a", true) || !machine->Link("b\\to x.url", "a\\x.url", false) ||
-        !machine->Link("b\\dangling.url", "a\\missing.url", false))
-        GTEST_SKIP() << "no links here";
-    EXPECT_EQ(identity("b\\to a"), identity("a"));
-    isAt("b\\to a\\x.url", "a", "x.url");
+    if (machine->Link("b\\to a", "a", true)) {
+        EXPECT_EQ(identity("b\\to a"), identity("a"));
+        isAt("b\\to a\\x.url", "a", "x.url");
+        EXPECT_FALSE(files.Remove(machine->Path("b\\to a")));
+        EXPECT_EQ(List("b\\to a"), Names{"x.url"});
+    }
+    if (!machine->Link("b\\to x.url", "a\\x.url", false))
+        return;
     isAt("b\\to x.url", "a", "x.url");
-    EXPECT_EQ(files.PlaceOf(machine->Path("b\\dangling.url")).Folder, "");
     std::vector<ListedName> names;
     ASSERT_TRUE(files.List(machine->Path("b"), ".url", names));
     for (const ListedName& name : names)
         EXPECT_EQ(name.IsLink, name.Text != "y.url") << name.Text;
 
-    for (const char* link : {"b\\to x.url", "b\\dangling.url"})
-        EXPECT_TRUE(files.Remove(machine->Path(link))) << link;
-    EXPECT_FALSE(files.Remove(machine->Path("b\\to a")));
-    EXPECT_EQ(List("b\\to a"), Names{"x.url"});
+    EXPECT_TRUE(files.Remove(machine->Path("b\\to x.url")));
+    EXPECT_EQ(List("a"), Names{"x.url"});
 }
 
 } // namespace tarnwick::test

@@ -51,10 +51,13 @@ protected:
 
 TEST_F(PosixFilesTest, WhatIsListedCanBeRemoved) {
     WriteFile(machine_.Real("d") + "/no\\path.url", ""); // no path of the program can hold it
-    const Names names = {"*.url", "?.url", "a*b", "\xFF.url"};
+    Names names = {"*.url", "?.url", "a*b", "\xFF.url"};
     for (const std::string& name : names)
         MakeFile("d\\" + name);
     MakeFile("d\\other.url");
+    names.emplace_back("dangling.url");
+    machine_.Link("d\\dangling.url", "d\\missing.url", false);
+    EXPECT_EQ(machine_.Files().PlaceOf(machine_.Path("d\\dangling.url")).Folder, "");
     for (const std::string& name : names)
         EXPECT_TRUE(Remove("d\\" + name)) << name;
     EXPECT_EQ(List("d"), Names{"other.url"});

@@ -30,7 +30,7 @@ public:
         const std::string path = Path(name);
         const std::string place = path.substr(0, path.rfind('\\'));
         Run("cmd /c mklink " + std::string(folder ? "/J \"" : "\"") + path + "\" \"" + Path(target) + "\"", place);
-        if (!IsThere(path)) { // under Wine, which knows no such links
+        if (!IsThere(path) && folder) { // under Wine, which knows no such links
             std::string unixTarget = "../" + target;
             std::ranges::replace(unixTarget, '\\', '/');
             Run("Z:\\bin\\ln -s \"" + unixTarget + "\" \"" + path.substr(path.rfind('\\') + 1) + "\"", place);
@@ -38,7 +38,8 @@ public:
             for (int i = 0; i < 200 && !IsThere(path); ++i)
                 Sleep(10);
         }
-        links_.push_back(path);
+        if (IsThere(path) && folder)
+            links_.push_back(path);
         return IsThere(path);
     }
 
