@@ -1,6 +1,40 @@
+#include "contract_sockets.h"
 #include "headless_person.h"
+#include "platform/headless/HeadlessPlatform.h"
+
+#include <cstring>
 
 namespace tarnwick::test {
+
+namespace {
+
+struct HeadlessSocketMachine : HeadlessPlatform {
+    HeadlessSocketMachine() {
+        Sockets.Hosts["peer"] = {};
+        Sockets.Hosts["refusing"] = {.Refuses = true};
+    }
+    AddressRecord Address() { return AddressOf("peer"); }
+    AddressRecord Refusing() { return AddressOf("refusing"); }
+    std::string KnownHost() const { return "peer"; }
+
+    void Accept() {}
+    void Say(const std::string& text) { Sockets.Deliver(text); }
+    std::string Hear() const { return Sockets.Connections.back().Sent; }
+    void Hang() { Sockets.Hang(); }
+    void Reset() { Sockets.Hang(10054); }
+    void Settle() {}
+
+private:
+    AddressRecord AddressOf(const std::string& name) {
+        AddressRecord address{2, Sockets.HostToNetwork(80), 0, {}};
+        std::memcpy(&address.Address, Sockets.LookUp(name)->Address().data(), sizeof address.Address);
+        return address;
+    }
+};
+
+} // namespace
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Headless, SocketContract, HeadlessSocketMachine);
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Headless, WindowContract, HeadlessPerson);
 

@@ -126,11 +126,19 @@ constexpr std::int32_t EventWrite = 2;
 constexpr std::int32_t EventConnect = 16;
 constexpr std::int32_t EventClose = 32;
 constexpr std::int32_t ConnectionRefused = 10061;
+constexpr std::int32_t AddressNotAvailable = 10049;
 
 } // namespace
 
 void FakeSockets::Notify(std::int32_t event, std::int32_t error) {
     loop_.Post({window_, message_, last_, error << 16 | event});
+}
+
+void FakeSockets::Hang(std::int32_t error) {
+    if (incoming_.empty())
+        Notify(EventClose, error);
+    else
+        hangs_ = error;
 }
 
 void FakeSockets::Deliver(const std::string& bytes) {
@@ -183,9 +191,12 @@ std::int32_t FakeSockets::Connect(SocketNumber, const AddressRecord& address) {
     const Host* host = HostOf(address.Address);
     Connections.push_back({host == nullptr ? "" : addresses_[address.Address - 1], address.Port, ""});
     incoming_.clear();
+    hangs_.reset();
+    stands_ = false;
     if (host == nullptr || host->Refuses || way == 3) {
-        Notify(EventConnect, ConnectionRefused);
+        Notify(EventConnect, address.Address == 0 ? AddressNotAvailable : ConnectionRefused);
     } else if (!host->NeverStands && way == 0) {
+        stands_ = true;
         Notify(EventConnect);
         Notify(EventWrite);
         if (host->Closes)
@@ -197,7 +208,7 @@ std::int32_t FakeSockets::Connect(SocketNumber, const AddressRecord& address) {
 std::int32_t FakeSockets::Send(SocketNumber socket, const std::string& bytes) {
     if (const int way = Fails("Send", 2); way != 0) // or nothing is taken
         return way == 1 ? -1 : 0;
-    if (!OpenNumbers.contains(socket))
+    if (!OpenNumbers.contains(socket) || !stands_)
         return -1;
     Connection& connection = Connections.back();
     connection.Sent += bytes;
@@ -216,6 +227,8 @@ std::int32_t FakeSockets::Receive(SocketNumber socket, std::string& buffer) {
     incoming_.erase(0, count);
     if (!incoming_.empty())
         Notify(EventRead);
+    else if (hangs_)
+        Notify(EventClose, *std::exchange(hangs_, {}));
     return static_cast<std::int32_t>(count);
 }
 

@@ -103,6 +103,8 @@ public:
     void Notify(std::int32_t event, std::int32_t error = 0);
     // The peer's bytes and the event that tells of them.
     void Deliver(const std::string& bytes);
+    // The peer closes, or drops the connection: told when its bytes have been read.
+    void Hang(std::int32_t error = 0);
     SocketNumber LastNumber() const { return last_; }
 
     std::int32_t Startup(std::uint16_t version) override;
@@ -141,7 +143,9 @@ private:
     SocketNumber last_ = 0;
     WindowHandle window_ = 0;
     std::uint32_t message_ = 0;
+    bool stands_ = false; // the connection of the socket that was opened last
     std::string incoming_;
+    std::optional<std::int32_t> hangs_;  // the peer has, and its bytes are still unread
     std::vector<std::string> addresses_; // the address of a name is its place here plus one
 };
 
