@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cstdio>
 #include <net/if.h>
 #include <netinet/in.h>
 #include <sched.h>
@@ -67,6 +68,7 @@ void StartNameServer() {
 
 TEST(PosixLookupTest, ALateNameIsFoundAndADeadOneIsLeftInTimeAndDoesNotHoldTheProcess) {
     const TemporaryHome home;
+    std::fflush(nullptr); // what is buffered would come out a second time at the end of the child
     const int status = InChild([&home] {
         if (!EnterOwnNetwork(home / "resolv.conf"))
             return NotAllowed;
