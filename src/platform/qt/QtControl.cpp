@@ -10,6 +10,7 @@
 #include "platform/qt/QtTree.h"
 
 #include <QGroupBox>
+#include <QPaintEvent>
 #include <QPainter>
 
 namespace tarnwick {
@@ -76,9 +77,21 @@ void QtControl::ShowColors() const {
 
 namespace {
 
+// A label inside that changes has its ground painted, but not the frame and its caption anew.
+class FrameBox : public QGroupBox {
+public:
+    using QGroupBox::QGroupBox;
+
+protected:
+    void paintEvent(QPaintEvent* event) override {
+        if (!contentsRect().contains(event->rect()))
+            QGroupBox::paintEvent(event);
+    }
+};
+
 class FrameControl : public QtControl {
 public:
-    FrameControl(Control& control, QWidget& parent) : QtControl(control, *new QGroupBox(&parent)) {}
+    FrameControl(Control& control, QWidget& parent) : QtControl(control, *new FrameBox(&parent)) {}
 
 protected:
     void ShowCaption() override {
