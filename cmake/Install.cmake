@@ -10,6 +10,10 @@ if(WIN32)
     install(FILES ${generated}/${text}.txt DESTINATION .)
   endforeach()
   install(TARGETS tarnwick RUNTIME DESTINATION .)
+  set(SETUP_PROGRAM ${PROJECT_BINARY_DIR}/packages/tarnwick-${PROJECT_VERSION}-setup.exe)
+  configure_file(${PROJECT_SOURCE_DIR}/packaging/windows/setup.nsi.in ${generated}/setup.nsi @ONLY)
+  add_custom_target(setup COMMAND ${CMAKE_COMMAND} -E make_directory ${PROJECT_BINARY_DIR}/packages
+    COMMAND makensis -V2 -INPUTCHARSET UTF8 ${generated}/setup.nsi DEPENDS tarnwick VERBATIM)
   return()
 endif()
 

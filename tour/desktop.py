@@ -1,17 +1,18 @@
-"""A desktop of its own for a program under test: a display, a window manager, a user's hands and a screen reader's eyes.
+"""A desktop of its own for a program under test, X11 or Wayland, with a user's hands and a screen reader's eyes.
 
-Hands: real keys and clicks of the X server (xdotool). Eyes: the accessibility bus, on which the program tells its windows,
-controls and texts to a screen reader. Every wait ends at a condition or at a limit, never at a guess.
+Eyes: the accessibility bus, on which the program shows a screen reader its windows, controls and texts. Hands: real keys
+and, on X11, real clicks. On Wayland nobody but the compositor knows where a window is, so the accessibility interface
+presses the buttons there. Every wait ends at a condition or at a limit.
 """
 import os
-import signal
+import shlex
 import subprocess
 import time
 
 import gi
 
 gi.require_version("Atspi", "2.0")
-from gi.repository import Atspi, GLib  # noqa: E402
+from gi.repository import Atspi, Gio, GLib  # noqa: E402
 
 PATIENCE_S = 30
 SCREEN = (1024, 768)
@@ -39,24 +40,46 @@ def wait(what, condition, seconds=PATIENCE_S):
         time.sleep(0.03)
 
 
-def has(node, *states):
-    held = node.get_state_set()
-    return all(held.contains(state) for state in states)
+def has(node, state):
+    node.clear_cache()
+    return node.get_state_set().contains(state)
 
 
 def showing(node):
     return has(node, Atspi.StateType.SHOWING)
 
 
-class Desktop:
-    """The display and its window manager; both end with close()."""
+def children(node):
+    node.clear_cache()
+    return [child for child in map(node.get_child_at_index, range(node.get_child_count())) if child]
 
-    def __init__(self):
+
+def xdotool(*arguments):
+    subprocess.run(["xdotool", *map(str, arguments)], check=True, stdout=subprocess.DEVNULL)
+
+
+def screen():
+    """What the screen shows, as bytes that only compare."""
+    return subprocess.run(["import", "-silent", "-window", "root", "rgb:-"], capture_output=True, check=True).stdout
+
+
+def calm_screen():
+    """What the screen shows once nothing moves any more."""
+    before = None
+    while before != (before := screen()):
+        time.sleep(0.1)
+    return before
+
+
+class Desktop:
+    """The display and what manages its windows; all of it ends with close()."""
+
+    def __init__(self, wayland=False):
         reading, writing = os.pipe()
         size = f"{SCREEN[0]}x{SCREEN[1]}x24"
-        self.server = subprocess.Popen(
+        self.processes = [subprocess.Popen(
             ["Xvfb", "-displayfd", str(writing), "-screen", "0", size, "-dpi", "96", "-nolisten", "tcp", "-noreset"],
-            pass_fds=[writing], stderr=subprocess.DEVNULL)
+            pass_fds=[writing], stderr=subprocess.DEVNULL)]
         os.close(writing)
         with os.fdopen(reading) as answer:
             number = answer.readline().strip()
@@ -64,33 +87,43 @@ class Desktop:
             raise Failure("Xvfb does not start")
         os.environ["DISPLAY"] = ":" + number
         os.environ.pop("WAYLAND_DISPLAY", None)
-        subprocess.run(["xsetroot", "-solid", "#3a6ea5"], stderr=subprocess.DEVNULL, check=False)
-        self.manager = subprocess.Popen(["openbox"], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        wait("the window manager", lambda: "window id" in output("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"))
+        if wayland:
+            socket = f"tarnwick-{os.getpid()}"
+            config = os.path.join(os.environ["HOME"], "weston.ini")
+            with open(config, "w", encoding="utf-8") as file:
+                file.write("[shell]\npanel-position=none\nbackground-color=0xff3a6ea5\n[input-method]\npath=\n")
+            self.start("weston", "--backend=x11-backend.so", "--use-pixman", f"--width={SCREEN[0]}",
+                       f"--height={SCREEN[1]}", "--socket=" + socket, "--idle-time=0", "--config=" + config)
+            wait("the compositor", lambda: os.path.exists(os.path.join(os.environ["XDG_RUNTIME_DIR"], socket)))
+            os.environ["WAYLAND_DISPLAY"] = socket
+            xdotool("mousemove", 5, SCREEN[1] - 5)  # keys go to the compositor's window
+        else:
+            subprocess.run(["xsetroot", "-solid", "#3a6ea5"], stderr=subprocess.DEVNULL, check=False)
+            self.start("openbox")
+            wait("the window manager", lambda: b"window id" in subprocess.run(
+                ["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"], capture_output=True, check=False).stdout)
+
+    def start(self, *command):
+        self.processes.insert(0, subprocess.Popen(command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL))
 
     def close(self):
-        for process in (self.manager, self.server):
+        for process in self.processes:
             process.terminate()
             process.wait()
 
 
-def output(*command):
-    return subprocess.run(command, capture_output=True, text=True, check=False).stdout
-
-
-def xdotool(*arguments):
-    subprocess.run(["xdotool", *map(str, arguments)], check=True, stdout=subprocess.DEVNULL)
-
-
 class Program:
-    """The program under test, seen and used from outside."""
+    """The program under test, seen and used from outside: a file, or the name of a menu entry."""
 
-    def __init__(self, path):
+    def __init__(self, path, wayland=False):
+        self.wayland = wayland
         self.focused = None
         self.listener = Atspi.EventListener.new(self._on_focus)
         self.listener.register("object:state-changed:focused")
-        environment = dict(os.environ, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", QT_QPA_PLATFORM="xcb")
-        self.process = subprocess.Popen([path], env=environment)
+        command = shlex.split(Gio.DesktopAppInfo.new(path).get_commandline()) if path.endswith(".desktop") else [path]
+        environment = dict(os.environ, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
+                           QT_QPA_PLATFORM="wayland" if wayland else "xcb")
+        self.process = subprocess.Popen(command, env=environment)
         self.application = wait("the program on the accessibility bus", self._find)
 
     def _on_focus(self, event):
@@ -100,201 +133,134 @@ class Program:
     def _find(self):
         if self.process.poll() is not None:
             raise Failure(f"the program ended at its start with status {self.process.returncode}")
-        desktop = Atspi.get_desktop(0)
-        desktop.clear_cache()
-        for index in range(desktop.get_child_count()):
-            child = desktop.get_child_at_index(index)
-            if child and child.get_process_id() == self.process.pid:
-                return child
-        return None
+        return next((child for child in children(Atspi.get_desktop(0)) if child.get_process_id() == self.process.pid), None)
 
-    def wait_end(self, seconds=PATIENCE_S):
+    def wait_end(self):
         try:
-            return self.process.wait(seconds)
+            return self.process.wait(PATIENCE_S)
         except subprocess.TimeoutExpired:
             raise Failure("the program does not end") from None
 
-    def kill(self):
-        if self.process.poll() is None:
-            self.process.send_signal(signal.SIGKILL)
-            self.process.wait()
-
     # What is seen
 
-    def windows(self):
-        self.application.clear_cache()
-        children = [self.application.get_child_at_index(i) for i in range(self.application.get_child_count())]
-        return [child for child in children if child and showing(child)]
+    def windows(self, title=None, box=False):
+        return [child for child in children(self.application) if showing(child)
+                and title in (None, child.get_name()) and box == (child.get_role_name() == "alert")]
 
-    def window(self, title):
-        """Waits until the window of that title is shown."""
+    def window(self, title, box=False):
+        """Waits until the window of that title is shown and has the keyboard."""
         return wait(f'the window "{title}"', lambda: next(
-            (w for w in self.windows() if w.get_name() == title and w.get_role_name() != "alert"), None))
+            (w for w in self.windows(title, box) if has(w, Atspi.StateType.ACTIVE)), None))
 
-    def box(self, title="Tarnwick"):
-        """Waits for a message box, and returns it with its text."""
-        box = wait(f'a message box "{title}"', lambda: next(
-            (w for w in self.windows() if w.get_role_name() == "alert" and w.get_name() == title), None))
-        return box, "\n".join(label.get_name() for label in self.all(box, "label"))
-
-    def gone(self, title):
-        wait(f'the end of the window "{title}"', lambda: not any(
-            w.get_name() == title and w.get_role_name() != "alert" for w in self.windows()))
-
-    def box_gone(self):
-        wait("the end of the message box", lambda: not any(w.get_role_name() == "alert" for w in self.windows()))
+    def gone(self, title, box=False):
+        wait(f'the end of the window "{title}"', lambda: not self.windows(title, box))
 
     def all(self, node, role=None):
         """Everything below a node that is on the screen."""
-        node.clear_cache()
         found = []
-        for index in range(node.get_child_count()):
-            child = node.get_child_at_index(index)
-            if child is None:
-                continue
-            if showing(child) and (role is None or child.get_role_name() == role):
+        for child in children(node):
+            if showing(child) and role in (None, child.get_role_name()):
                 found.append(child)
             if child.get_role_name() not in ("table", "tree", "tree table"):
                 found += self.all(child, role)
         return found
 
     def find(self, window, role, name=None, legend=None):
-        def look():
-            return next((node for node in self.all(window, role)
-                         if (name is None or node.get_name() == name)
-                         and (legend is None or node.get_description() == legend)), None)
-        return wait(f'{role} "{name or legend or ""}" in "{window.get_name()}"', look)
+        return wait(f'{role} "{name or legend or ""}" in "{window.get_name()}"', lambda: next(
+            (node for node in self.all(window, role) if name in (None, node.get_name())
+             and legend in (None, node.get_description())), None))
 
-    def value(self, window, legend):
-        """The text beside a legend, such as the one of "Status"."""
-        return self.find(window, "label", legend=legend).get_name()
-
-    def grid(self, window):
-        return self.find(window, "table")
+    def text(self, window, part):
+        """Waits for a text in one of the window's labels."""
+        wait(f'the text "{part}"', lambda: any(part in label.get_name() for label in self.all(window, "label")))
 
     def rows(self, window):
         """The texts of a grid's visible columns, row by row."""
-        grid = self.grid(window)
+        grid = self.find(window, "table")
         grid.clear_cache()
         table = grid.get_table_iface()
         return [tuple(table.get_accessible_at(row, column).get_name() for column in range(VISIBLE_COLUMNS))
                 for row in range(table.get_n_rows())]
 
-    def headers(self, grid):
-        grid.clear_cache()
-        children = [grid.get_child_at_index(i) for i in range(min(grid.get_child_count(), 20))]
-        return [c for c in children if c and c.get_role_name() == "table column header" and showing(c) and c.get_name()]
-
-    def cell(self, window, row, column=0):
-        return self.grid(window).get_table_iface().get_accessible_at(row, column)
-
     def nodes(self, window):
         """The tree's rows, from top to bottom."""
         tree = wait("the tree", lambda: next((n for n in self.all(window)
                                               if n.get_role_name() in ("tree", "tree table")), None))
-        tree.clear_cache()
-        children = [tree.get_child_at_index(i) for i in range(tree.get_child_count())]
-        return [c for c in children if c and c.get_role_name() in ("table cell", "tree item") and c.get_name()]
-
-    def node(self, window, name):
-        return next(node for node in self.nodes(window) if node.get_name() == name)
+        return [c for c in children(tree) if c.get_role_name() in ("table cell", "tree item") and c.get_name()]
 
     def ticked(self, window):
         return [node.get_name() for node in self.nodes(window) if has(node, Atspi.StateType.CHECKED)]
 
     # What is done
 
-    def place(self, node):
-        box = node.get_component_iface().get_extents(Atspi.CoordType.SCREEN)
-        return box.x, box.y, box.width, box.height
-
     def click(self, node, button=1, left=None):
-        """Clicks into the middle of a node, or `left` pixels behind its left edge."""
-        x, y, width, height = self.place(node)
-        xdotool("mousemove", x + (width // 2 if left is None else left), y + height // 2, "click", button)
+        """Clicks into the middle of a node, or `left` pixels from its left edge."""
+        box = node.get_component_iface().get_extents(Atspi.CoordType.SCREEN)
+        xdotool("mousemove", box.x + (box.width // 2 if left is None else left), box.y + box.height // 2, "click", button)
+
+    def act(self, node, left=None):
+        """Presses a button or turns a tick over: by a click, or by the node's own action."""
+        if not self.wayland:
+            self.click(node, left=left)
+            return
+        if node.get_role_name() in ("check box", "radio button"):
+            node.get_component_iface().grab_focus()
+            self.key("space")
+            return
+        action = node.get_action_iface()
+        action.do_action(next(i for i in range(action.get_n_actions()) if action.get_action_name(i) == "Press"))
 
     def press(self, window, caption):
         button = self.find(window, "push button", caption)
         wait(f'the button "{caption}" to be enabled', lambda: has(button, Atspi.StateType.SENSITIVE))
-        self.click(button)
+        self.act(button)
+
+    def tick(self, window, name):
+        was = name in self.ticked(window)
+        nodes = self.nodes(window)
+        node = next(node for node in nodes if node.get_name() == name)
+        if self.wayland:
+            self.go_to(node, node.get_parent(), len(nodes))
+            self.key("space")
+        else:
+            self.click(node, left=7)
+        wait(f'the tick of "{name}" to change', lambda: (name in self.ticked(window)) != was)
+
+    def go_to(self, item, container, count):
+        """Selects an item of a tree or a grid with the arrow keys."""
+        container.get_component_iface().grab_focus()
+        self.key(*["Up"] * count)
+        for _ in range(count):
+            time.sleep(0.1)
+            if has(item, Atspi.StateType.SELECTED):
+                break
+            self.key("Down")
+        wait(f'"{item.get_name()}" to be selected', lambda: has(item, Atspi.StateType.SELECTED))
 
     def key(self, *keys):
         xdotool("key", *keys)
 
-    def type(self, text):
-        xdotool("type", text)
-
-    def focus(self, title):
-        """Waits until the window manager has given a window the keyboard."""
-        wait(f'the keyboard in "{title}"',
-             lambda: output("xdotool", "getactivewindow", "getwindowname").strip() == title)
-
-    def focus_control(self, window, name):
-        """Tabs to the control of that accessible name."""
-        for _ in range(8):
-            if any(n.get_name() == name and has(n, Atspi.StateType.FOCUSED) for n in self.all(window)):
-                return
-            self.key("Tab")
-            time.sleep(0.1)
-        raise Failure(f'no Tab leads to "{name}"')
-
-    def choose(self, entry, with_keys=False):
-        """Goes through the open pop-up menu to an entry and takes it."""
-        self.reach(entry, with_keys)
-        if with_keys:
-            self.key("Return")
+    def open_menu(self, window, name):
+        """Goes to the row of that first column and opens the menu on it: with the right button, or the menu key."""
+        names = [row[0] for row in self.rows(window)]
+        grid = self.find(window, "table")
+        cell = grid.get_table_iface().get_accessible_at(names.index(name), 0)
+        self.go_to(cell, grid, len(names))
+        before = calm_screen()
+        if self.wayland:
+            self.key("Menu")
         else:
-            xdotool("click", 1)
+            self.click(cell, 3)
+        wait("the menu", lambda: screen() != before)
 
-    def reach(self, entry, with_keys=False):
-        """Goes through the open pop-up menu to an entry, with the arrow keys or the mouse; the names on the way."""
-        x, y, width, height = popup()
-        self.focused = None
-        seen = []
+    def reach(self, entry):
+        """Goes through the open menu to an entry."""
+        for _ in range(8):
+            self.focused = None
+            self.key("Down")
+            if wait("an entry of the menu", lambda: self.focused) == entry:
+                return
+        raise Failure(f'the menu has no entry "{entry}" that can be reached')
 
-        def settle():
-            while GLib.MainContext.default().iteration(False):
-                pass
-            if self.focused and (not seen or seen[-1] != self.focused):
-                seen.append(self.focused)
-            return self.focused == entry
-
-        for offset in range(4, height, 6):
-            if with_keys:
-                self.key("Down")
-            else:
-                xdotool("mousemove", x + width // 2, y + offset)
-            end = time.monotonic() + 0.25
-            while time.monotonic() < end:
-                if settle():
-                    return seen
-                time.sleep(0.02)
-        raise Failure(f'the menu has no entry "{entry}" that can be reached: {seen}')
-
-
-def top_windows():
-    """The windows on the screen with their frames: what the server says of each, and its place."""
-    found = []
-    for line in output("xwininfo", "-root", "-children").splitlines():
-        if not line.strip().startswith("0x"):
-            continue
-        about = output("xwininfo", "-id", line.split()[0])
-        field = {key.strip(): value.strip() for key, _, value in (row.partition(":") for row in about.splitlines())}
-        if field.get("Map State") == "IsViewable":
-            place = tuple(int(field[name]) for name in
-                          ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height"))
-            found.append((line, field, place))
-    return found
-
-
-def popup():
-    """Waits for a pop-up menu, a window of the program past the window manager, and returns its place."""
-    return wait("a pop-up menu", lambda: next(
-        (place for line, field, place in top_windows()
-         if '("tarnwick"' in line and field["Override Redirect State"] == "yes"), None))
-
-
-def pixels(x, y, width, height):
-    """What a part of the screen shows, as bytes that only compare."""
-    return subprocess.run(["import", "-silent", "-window", "root", "-crop", f"{width}x{height}+{x}+{y}", "rgb:-"],
-                          capture_output=True, check=True).stdout
+    def close_box(self):
+        xdotool("key", "alt+F4")
