@@ -69,6 +69,7 @@ TEST_F(PosixSocketsTest, NothingIsHeardOfASilentOrForeignSocketAndOfACopyInAChil
     EXPECT_EQ(Sockets().Close(number), 0);
     EXPECT_NE(fcntl(copy, F_GETFD), -1);
     machine.Say("x");
+    EXPECT_EQ(owner->Next(1, 30), Events{});
     ExpectSleep();
     close(copy);
 }

@@ -10,10 +10,10 @@
 #include <fcntl.h>
 #include <netdb.h>
 #include <netinet/in.h>
-#include <poll.h>
 #include <sys/epoll.h>
 #include <sys/socket.h>
 #include <unistd.h>
+#include <utility>
 
 namespace tarnwick {
 
@@ -86,17 +86,14 @@ PosixSockets::Socket* PosixSockets::Find(SocketNumber number) {
     return found == sockets_.end() ? nullptr : &found->second;
 }
 
-// Asks for the next event, once: epoll falls silent about the socket with it.
+// Once a socket: epoll then tells each change, and no further call is needed until the close, which ends it.
 void PosixSockets::Watch(SocketNumber number, Socket& socket) {
-    if (socket.Window == 0 || (socket.State != Phase::Connecting && socket.State != Phase::Connected))
+    if (socket.Watched || socket.Window == 0 || socket.State == Phase::Unconnected)
         return;
     epoll_event event = {};
-    event.events = EPOLLIN | EPOLLRDHUP | EPOLLONESHOT;
-    if (socket.State == Phase::Connecting)
-        event.events |= EPOLLOUT;
-    event.data.fd = number;
-    if (epoll_ctl(epoll_, socket.Watched ? EPOLL_CTL_MOD : EPOLL_CTL_ADD, number, &event) == 0)
-        socket.Watched = true;
+    event.events = EPOLLIN | EPOLLOUT | EPOLLRDHUP | EPOLLET;
+    event.data.u64 = std::uint64_t{socket.Serial} << 32U | static_cast<std::uint32_t>(number);
+    socket.Watched = epoll_ctl(epoll_, EPOLL_CTL_ADD, number, &event) == 0;
 }
 
 void PosixSockets::Post(SocketNumber number, const Socket& socket, std::int32_t event, int error) const {
@@ -105,34 +102,38 @@ void PosixSockets::Post(SocketNumber number, const Socket& socket, std::int32_t 
 }
 
 void PosixSockets::Collect() {
-    if (sockets_.empty())
-        return; // a walk that meets no link pumps for each file: it asks the system nothing
-    std::array<epoll_event, 16> events = {};
-    const int count = epoll_wait(epoll_, events.data(), static_cast<int>(events.size()), 0);
-    for (int i = 0; i < count; ++i)
-        Handle(events[static_cast<std::size_t>(i)].data.fd, events[static_cast<std::size_t>(i)].events);
+    const bool fetched = std::exchange(fetched_, false);
+    if (!fetched && !sockets_.empty()) // a walk that meets no link pumps for each file: it asks the system nothing
+        Fetch(0);
 }
 
 void PosixSockets::Wait(std::optional<std::int64_t> ms) {
-    pollfd watched = {epoll_, POLLIN, 0};
-    poll(&watched, 1, ms ? static_cast<int>(std::clamp<std::int64_t>(*ms, 0, INT_MAX)) : -1);
+    Fetch(ms ? static_cast<int>(std::clamp<std::int64_t>(*ms, 0, INT_MAX)) : -1);
+    fetched_ = true;
 }
 
-void PosixSockets::Handle(SocketNumber number, std::uint32_t events) {
+void PosixSockets::Fetch(int ms) {
+    std::array<epoll_event, 16> events = {};
+    const int count = epoll_wait(epoll_, events.data(), static_cast<int>(events.size()), ms);
+    for (int i = 0; i < count; ++i)
+        Handle(events[static_cast<std::size_t>(i)].data.u64, events[static_cast<std::size_t>(i)].events);
+}
+
+// A socket that was closed may still be heard of, through its copy in a child that is about to exec.
+void PosixSockets::Handle(std::uint64_t key, std::uint32_t events) {
+    const auto number = static_cast<SocketNumber>(key & 0xFFFFFFFFU);
     Socket* const socket = Find(number);
-    if (socket == nullptr)
+    if (socket == nullptr || socket->Serial != key >> 32U)
         return;
-    if (socket->State == Phase::Connecting)
+    socket->Seen |= events;
+    if (socket->State == Phase::Connecting && (events & (EPOLLOUT | EPOLLERR | EPOLLHUP)) != 0)
         FinishConnect(number, *socket);
-    const bool arrival = (events & (EPOLLIN | EPOLLRDHUP | EPOLLHUP | EPOLLERR)) != 0;
-    if (socket->State == Phase::Connected && arrival)
+    if (socket->State == Phase::Connected && !socket->ReadTold && (events & ~std::uint32_t{EPOLLOUT}) != 0)
         TellArrival(number, *socket);
-    else
-        Watch(number, *socket);
 }
 
 void PosixSockets::FinishConnect(SocketNumber number, Socket& socket) {
-    if (socket.Error == 0) {
+    if (socket.Error == 0 && (socket.Seen & (EPOLLERR | EPOLLHUP)) != 0) {
         socklen_t length = sizeof socket.Error;
         getsockopt(number, SOL_SOCKET, SO_ERROR, &socket.Error, &length);
     }
@@ -151,14 +152,16 @@ void PosixSockets::TellArrival(SocketNumber number, Socket& socket) {
     char first = 0;
     const ssize_t got = recv(number, &first, 1, MSG_PEEK | MSG_DONTWAIT);
     if (got > 0) {
+        socket.ReadTold = true;
         Post(number, socket, EventRead, 0);
         return;
     }
     const int error = got < 0 ? errno : 0;
-    if (IsPassing(error) && socket.Error == 0) {
-        Watch(number, socket);
-        return;
-    }
+    if (!IsPassing(error) || socket.Error != 0)
+        TellClose(number, socket, error);
+}
+
+void PosixSockets::TellClose(SocketNumber number, Socket& socket, int error) {
     socket.State = Phase::Finished;
     Post(number, socket, EventClose, socket.Error != 0 ? socket.Error : error);
 }
@@ -181,7 +184,7 @@ SocketNumber PosixSockets::Open(std::int32_t family, std::int32_t type, std::int
     const int number = AboveStandardFiles(socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, IPPROTO_TCP));
     if (number < 0)
         return SocketError;
-    sockets_[number] = {};
+    sockets_[number].Serial = ++lastSerial_;
     return number;
 }
 
@@ -225,13 +228,15 @@ std::int32_t PosixSockets::Connect(SocketNumber socket, const AddressRecord& add
     own.sin_family = static_cast<sa_family_t>(address.Family);
     own.sin_port = address.Port;
     own.sin_addr.s_addr = address.Address;
-    // Done or failed at once is told by a notification as well: epoll reports either straight away.
+    connecting->State = Phase::Connecting;
     if (address.Address == 0)
         connecting->Error = EADDRNOTAVAIL;
     else if (connect(socket, reinterpret_cast<const sockaddr*>(&own), sizeof own) != 0 && errno != EINPROGRESS)
         connecting->Error = errno;
-    connecting->State = Phase::Connecting;
-    Watch(socket, *connecting);
+    if (connecting->Error != 0)
+        FinishConnect(socket, *connecting);
+    if (connecting->State != Phase::Finished)
+        Watch(socket, *connecting);
     return SocketError;
 }
 
@@ -253,7 +258,14 @@ std::int32_t PosixSockets::Receive(SocketNumber socket, std::string& buffer) {
     const ssize_t got = recv(socket, buffer.data(), std::min<std::size_t>(buffer.size(), INT_MAX), 0);
     if (got < 0 && EndsConnection(errno))
         receiving->Error = errno;
-    Watch(socket, *receiving);
+    if (receiving->State != Phase::Connected || !std::exchange(receiving->ReadTold, false))
+        return static_cast<std::int32_t>(got);
+    // What came while the READ was open is told now. Less than asked for is all that there was.
+    const bool isAll = got >= 0 && static_cast<std::size_t>(got) < buffer.size();
+    if (!isAll || (receiving->Seen & (EPOLLERR | EPOLLHUP)) != 0)
+        TellArrival(socket, *receiving);
+    else if ((receiving->Seen & EPOLLRDHUP) != 0)
+        TellClose(socket, *receiving, 0);
     return static_cast<std::int32_t>(got);
 }
 
@@ -261,9 +273,6 @@ std::int32_t PosixSockets::Close(SocketNumber socket) {
     const auto found = sockets_.find(socket);
     if (found == sockets_.end())
         return SocketError;
-    // Taken out by name: a copy of the socket in a child that is about to exec would keep it in the set.
-    if (found->second.Watched)
-        epoll_ctl(epoll_, EPOLL_CTL_DEL, socket, nullptr);
     close(socket);
     sockets_.erase(found);
     loop_.Purge(socket);

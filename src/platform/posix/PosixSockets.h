@@ -9,9 +9,8 @@
 
 namespace tarnwick {
 
-// Windows Sockets 1.1 with WSAAsyncSelect on sockets that never block and one epoll descriptor. A socket is watched
-// only while something new can be told of it: with a READ that nobody has answered by Receive(), and behind its CLOSE,
-// it costs nothing. WRITE comes once, with the connection.
+// Windows Sockets 1.1 with WSAAsyncSelect on sockets that never block and one epoll descriptor. epoll tells a change
+// once: with a READ that nobody has answered by Receive(), and after its CLOSE, a socket costs nothing.
 class PosixSockets final : public SocketService, public EventSource {
 public:
     explicit PosixSockets(MessageLoop& loop);
@@ -53,20 +52,27 @@ private:
         std::uint32_t Message = 0;
         std::int32_t Mask = 0;
         Phase State = Phase::Unconnected;
-        int Error = 0;        // errno that a call has met and that is still to be told
-        bool Watched = false; // epoll knows the socket
+        int Error = 0;            // errno that a call has met and that is still to be told
+        bool Watched = false;     // epoll knows the socket
+        bool ReadTold = false;    // a READ that Receive() hasn't answered yet
+        std::uint32_t Seen = 0;   // what epoll has told of it
+        std::uint32_t Serial = 0; // tells it from an earlier one of the same number
     };
 
     Socket* Find(SocketNumber number);
     void Watch(SocketNumber number, Socket& socket);
     void Post(SocketNumber number, const Socket& socket, std::int32_t event, int error) const;
-    void Handle(SocketNumber number, std::uint32_t events);
+    void Fetch(int ms);
+    void Handle(std::uint64_t key, std::uint32_t events);
     void FinishConnect(SocketNumber number, Socket& socket);
     void TellArrival(SocketNumber number, Socket& socket);
+    void TellClose(SocketNumber number, Socket& socket, int error);
 
     MessageLoop& loop_;
     const int epoll_;
     std::unordered_map<SocketNumber, Socket> sockets_;
+    std::uint32_t lastSerial_ = 0;
+    bool fetched_ = false; // by Wait(), for the next Collect()
 };
 
 } // namespace tarnwick
