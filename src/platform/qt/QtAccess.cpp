@@ -77,7 +77,7 @@ public:
         : QAccessibleWidget(&button, RoleOf(button)), button_(button), window_(window) {}
 
     QString text(QAccessible::Text what) const override {
-        const QString key = QKeySequence::mnemonic(button_.text()).toString(QKeySequence::NativeText);
+        QString key = QKeySequence::mnemonic(button_.text()).toString(QKeySequence::NativeText);
         switch (what) {
         case QAccessible::Name:
             return SpokenOf(button_.text());

@@ -100,8 +100,8 @@ void QtWindow::Sync() {
 }
 
 void QtWindow::SyncFrame() {
-    const bool first = !frame_;
-    Frame& shown = first ? frame_.emplace() : *frame_;
+    const bool first = !std::exchange(frameShown_, true);
+    Frame& shown = frame_;
     if (first || shown.Title != window_->Title) {
         shown.Title = window_->Title;
         setWindowTitle(LiteralTitle(shown.Title));
@@ -287,10 +287,10 @@ void QtWindow::paintEvent(QPaintEvent*) {
             Centre();
         place_.reset();
     }
-    if (!frame_ || frame_->Edge == 0)
+    if (frame_.Edge == 0)
         return;
     QPainter painter(this);
-    PaintEdge(painter, rect(), frame_->Edge);
+    PaintEdge(painter, rect(), frame_.Edge);
 }
 
 } // namespace tarnwick

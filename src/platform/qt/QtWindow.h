@@ -91,7 +91,8 @@ private:
     const HeldKeys& heldKeys_;
     Input input_;
     std::vector<std::unique_ptr<QtControl>> controls_;
-    std::optional<Frame> frame_; // as shown
+    Frame frame_; // as shown
+    bool frameShown_ = false;
     unsigned shownFocus_ = 0;
     std::optional<QPoint> place_; // where the window was put, until its frame is known
     bool placed_ = false;
