@@ -3,9 +3,7 @@
 // Real windows, files and sockets of the system, away from the user's own.
 
 #include "platform/headless/Fakes.h"
-#include "platform/win32/Win32Look.h"
 #include "platform/win32/Win32Platform.h"
-#include "window/Layout.h"
 
 #include <winsock2.h>
 
@@ -16,10 +14,7 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
-#include <stdexcept>
 #include <string>
-#include <utility>
-#include <vector>
 
 namespace tarnwick::test {
 
@@ -75,48 +70,5 @@ struct Win32Machine {
     Win32Text Text;
     ServicesInUse InUse{{Favorites, Settings, Sockets, Windows, Clock, Shell, Text}};
 };
-
-// Runs `act` as soon as any loop runs, also one of a menu or a message box that is yet to open.
-inline void Soon(std::function<void()> act) {
-    static std::vector<std::function<void()>> acts;
-    acts.push_back(std::move(act));
-    SetTimer(nullptr, 0, 50, [](HWND, UINT, UINT_PTR timer, DWORD) {
-        KillTimer(nullptr, timer);
-        const std::function<void()> next = std::move(acts.front());
-        acts.erase(acts.begin());
-        next();
-    });
-}
-
-// The message box that stands in front; nullptr when there is none.
-inline HWND Box() {
-    const HWND box = GetActiveWindow();
-    wchar_t type[16] = {};
-    GetClassNameW(box, type, 16);
-    return std::wstring(type) == L"#32770" ? box : nullptr;
-}
-
-// Presses a button of the next message box.
-inline void AnswerBox(WPARAM button) {
-    Soon([button] {
-        if (const HWND box = Box())
-            PostMessageW(box, WM_COMMAND, button, 0);
-        else
-            AnswerBox(button);
-    });
-}
-
-inline std::wstring TextOf(HWND window) {
-    wchar_t text[1000] = {};
-    GetWindowTextW(window, text, 1000);
-    return text;
-}
-
-inline void Key(HWND window, WPARAM key) { PostMessageW(window, WM_KEYDOWN, key, 1); }
-
-inline void Click(HWND window, int x = 4, int y = 6, UINT down = WM_LBUTTONDOWN) {
-    PostMessageW(window, down, 0, MAKELPARAM(x, y));
-    PostMessageW(window, down + 1, 0, MAKELPARAM(x, y));
-}
 
 } // namespace tarnwick::test

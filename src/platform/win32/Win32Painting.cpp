@@ -6,6 +6,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <iterator>
 
 namespace tarnwick {
 
@@ -47,7 +48,11 @@ void PaintGround(HDC__* surface, HWND__* real, const Window& window, int dots) {
 }
 
 std::vector<const Control*> ReadingOrder(const Window& window) {
-    std::vector<const Control*> order(window.Controls.begin(), window.Controls.end());
+    std::vector<const Control*> table;
+    std::ranges::copy_if(window.Controls, std::back_inserter(table), [](const Control* control) {
+        return control->Kind != ControlKind::Line && control->Kind != ControlKind::Shape;
+    });
+    std::vector<const Control*> order = table;
     const auto isStop = [](const Control* control) { return control->TabIndex >= 0; };
     std::vector<const Control*> stops;
     std::ranges::copy_if(order, std::back_inserter(stops), isStop);
@@ -56,8 +61,8 @@ std::vector<const Control*> ReadingOrder(const Window& window) {
     for (const Control*& place : order)
         if (isStop(place))
             place = *next++;
-    for (auto front = window.Controls.begin(); front != window.Controls.end(); ++front)
-        for (auto behind = window.Controls.begin(); behind != front; ++behind) {
+    for (auto front = table.begin(); front != table.end(); ++front)
+        for (auto behind = table.begin(); behind != front; ++behind) {
             const auto early = std::ranges::find(order, *behind);
             const auto late = std::ranges::find(order, *front);
             if (early < late && (*front)->Container == (*behind)->Container &&
