@@ -73,22 +73,6 @@ inline bool ConnectTo(int socket, std::uint16_t port) {
     return connect(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
 }
 
-// A listener whose queue is full: further connections never stand.
-class FullListener {
-public:
-    FullListener() {
-        if (listen(bound_.Socket, 0) != 0)
-            throw std::runtime_error("can't listen");
-        for (int client = 0; client < 4; ++client)
-            ConnectTo(clients_.emplace_back(TcpSocket(SOCK_NONBLOCK)), bound_.Port);
-    }
-    std::uint16_t Port() const { return bound_.Port; }
-
-private:
-    BoundPort bound_;
-    std::vector<Descriptor> clients_;
-};
-
 // Its close drops the connection without a word.
 inline void DropAtClose(int socket) {
     const linger drop = {1, 0};
