@@ -3,9 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <ctime>
-#include <fstream>
 #include <sys/resource.h>
-#include <unistd.h>
 
 namespace tarnwick::bench {
 
@@ -58,13 +56,6 @@ std::pair<Cost, Cost> MeasureInTurn(int rounds, const Work& own, const Work& flo
 double Percentile(std::vector<double> values, int percent) {
     std::ranges::sort(values);
     return values.at((values.size() - 1) * static_cast<std::size_t>(percent) / 100);
-}
-
-double ResidentKiB() {
-    double total = 0;
-    double resident = 0;
-    std::ifstream("/proc/self/statm") >> total >> resident;
-    return resident * static_cast<double>(sysconf(_SC_PAGESIZE)) / 1024;
 }
 
 double PeakResidentMiB() {

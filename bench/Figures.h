@@ -20,7 +20,6 @@ Cost Measure(const Work& work);
 std::pair<Cost, Cost> MeasureInTurn(int rounds, const Work& own, const Work& floor);
 
 double Percentile(std::vector<double> values, int percent);
-double ResidentKiB();
 double PeakResidentMiB();
 
 // A line of the result. AtMost and AtLeast say whether the figure is reached.

@@ -40,26 +40,18 @@ public:
     }
 
     void Press(Window& window, Control& button) override {
-        auto* widget = WidgetOf(window).findChild<QAbstractButton*>(QString::fromStdString(button.Name));
-        if (widget == nullptr || !widget->isEnabled())
-            throw std::logic_error("no button " + button.Name);
-        widget->click();
+        for (QWidget* shown : QApplication::topLevelWidgets())
+            if (shown->isVisible() && shown->objectName() == QString::fromStdString(window.Name))
+                return shown->findChild<QAbstractButton*>(QString::fromStdString(button.Name))->click();
+        throw std::logic_error("no window " + window.Name);
     }
     void Wait() override { QApplication::processEvents(QEventLoop::WaitForMoreEvents); }
     void Draw(Window& window) override {
         windows_.Show(window);
-        WidgetOf(window).repaint();
         QApplication::processEvents();
     }
 
 private:
-    static QWidget& WidgetOf(const Window& window) {
-        for (QWidget* widget : QApplication::topLevelWidgets())
-            if (widget->objectName() == QString::fromStdString(window.Name) && widget->isVisible())
-                return *widget;
-        throw std::logic_error("no window " + window.Name);
-    }
-
     int count_ = 1;
     char name_[9] = "tarnwick";
     char* arguments_[2] = {name_, nullptr};

@@ -1,5 +1,4 @@
-// The check of links on loopback beside a bare loop that does the same with the sockets alone, its waits, its stop and
-// the walk over links that it passes over.
+// The check of links on loopback beside a bare loop that does the same with the sockets alone, its waits and its stop.
 
 #include "Figures.h"
 #include "Program.h"
@@ -18,16 +17,15 @@ namespace tarnwick::bench {
 
 namespace {
 
-// The far side, a process of its own. Answers each request with a small page; every `big`-th (0: none) with 50 MB, or
-// as much as the peer takes.
+// The far side, a process of its own: answers each request with a small page.
 class Server {
 public:
-    explicit Server(int big = 0) {
+    Server() {
         if (listen(bound_.Socket, SOMAXCONN) != 0 || (child_ = fork()) < 0)
             throw std::runtime_error("no server");
         if (child_ == 0) {
             prctl(PR_SET_PDEATHSIG, SIGKILL);
-            Serve(big);
+            Serve();
         }
     }
     ~Server() {
@@ -40,17 +38,13 @@ public:
     std::uint16_t Port() const { return bound_.Port; }
 
 private:
-    [[noreturn]] void Serve(int big) const {
-        constexpr std::size_t bigBytes = 50'000'000;
+    [[noreturn]] void Serve() const {
         const std::string page = "HTTP/1.0 200 OK\r\nContent-Type: text/html\r\n\r\n<html><p>Good</p></html>\r\n";
-        const std::string block(1 << 16, 'x');
         std::array<char, 4096> request; // NOLINT: filled by recv()
-        for (int number = 1;; ++number) {
+        for (;;) {
             const test::Descriptor peer(accept4(bound_.Socket, nullptr, nullptr, SOCK_CLOEXEC));
-            bool takes = recv(peer, request.data(), request.size(), 0) > 0 &&
-                         send(peer, page.data(), page.size(), MSG_NOSIGNAL) > 0;
-            for (std::size_t sent = 0; big > 0 && number % big == 0 && takes && sent < bigBytes; sent += block.size())
-                takes = send(peer, block.data(), block.size(), MSG_NOSIGNAL) > 0;
+            if (recv(peer, request.data(), request.size(), 0) > 0)
+                send(peer, page.data(), page.size(), MSG_NOSIGNAL);
         }
     }
 
@@ -181,19 +175,6 @@ void Silence() {
 }
 void SilenceOnQt() { MeasureWaiting(*OnQt()); }
 
-void LinksMemory() {
-    Program program;
-    const Server server(100);
-    const FavoritesFolder favorites(1000, false, [&](int) { return UrlOf(server.Port()); });
-    CheckGood(program);
-    const double first = ResidentKiB();
-    for (int run = 1; run < 30; ++run)
-        CheckGood(program);
-    Title("Memory: 30,000 links, a reply of 50 MB every 100 links");
-    Show("resident after 1,000 links", first, "KiB");
-    AtMost("more after 30,000", ResidentKiB() - first, 1024, "KiB");
-}
-
 void Stop() {
     const auto program = OnQt();
     // The listener alone: its queue takes the connections, and nobody ever answers.
@@ -204,20 +185,7 @@ void Stop() {
     for (int stop = 0; stop < 200; ++stop)
         seconds.push_back(StopOnce(*program));
     Title("Stop, Qt: from the click to no open socket and the end text on the screen, 200 times");
-    Show("median", Percentile(seconds, 50) * 1e3, "ms");
     AtMost("99th percentile", Percentile(seconds, 99) * 1e3, 50, "ms");
-}
-
-void Walk() {
-    constexpr int shortcuts = 30000;
-    Program program;
-    const FavoritesFolder favorites(shortcuts, true,
-                                    [](int number) { return "ftp://files.example/" + std::to_string(number); });
-    const auto [own, floor] = MeasureInTurn(
-        5, [&] { CheckGood(program); }, [&] { favorites.ReadAll(); });
-    Title("Walk, headless: 30,000 shortcuts whose links are passed over beside open, read, close");
-    Show("floor, a file", floor.Wall / shortcuts * 1e6, "us");
-    AtLeast("speed beside the floor's", floor.Wall / own.Wall, 0.8, "times");
 }
 
 } // namespace tarnwick::bench

@@ -4,14 +4,24 @@
 
 #include <cctype>
 #include <set>
+#include <utility>
 
 namespace tarnwick {
 namespace {
 
 using WindowTest = Program;
 
-Grid ThreeRows() {
+TEST_F(WindowTest, AGridSortsRegardlessOfCaseAndKeepsItsSelection) {
     Grid grid;
+    std::uint64_t revision = grid.Revision();
+    const auto shows = [&](const std::string& first, const std::string& second) {
+        EXPECT_NE(std::exchange(revision, grid.Revision()), grid.Revision());
+        std::string texts[2];
+        for (int row = 1; row <= grid.RowCount(); ++row)
+            for (const int column : {1, 2})
+                texts[column - 1] += grid.CellText(row, column);
+        EXPECT_EQ(texts[0] + texts[1], first + second);
+    };
     grid.AddColumn("A", 10);
     grid.AddColumn("B", 10, false);
     for (const auto& [a, b] : {std::pair{"b", "1"}, {"A", "2"}, {"B", "3"}}) {
@@ -19,28 +29,29 @@ Grid ThreeRows() {
         grid.SetCellText(grid.RowCount(), 1, a);
         grid.SetCellText(grid.RowCount(), 2, b);
     }
-    return grid;
-}
-
-TEST_F(WindowTest, AGridSortsRegardlessOfCaseAndKeepsItsSelection) {
-    Grid grid = ThreeRows();
+    shows("bAB", "123");
     grid.SelectedRow = 3;
     for (int again = 0; again < 2; ++again) { // a second sort of a column doesn't reverse it
         grid.Sort(1);
-        EXPECT_EQ(grid.CellText(1, 1) + grid.CellText(2, 1) + grid.CellText(3, 1), "AbB");
-        EXPECT_EQ(grid.CellText(1, 2) + grid.CellText(2, 2) + grid.CellText(3, 2), "213");
+        shows("AbB", "213");
         EXPECT_EQ(grid.SelectedRow, 3);
     }
     grid.RemoveRow(1);
+    shows("bB", "13");
     EXPECT_EQ(grid.SelectedRow, 2);
-    EXPECT_EQ(grid.CellText(2, 2), "3");
     grid.RemoveRow(2);
     EXPECT_EQ(grid.SelectedRow, 0);
-    grid.RemoveRow(0);
-    grid.RemoveRow(9);
-    EXPECT_EQ(grid.RowCount(), 1);
-    EXPECT_EQ(grid.CellText(2, 1), "");
-    EXPECT_EQ(grid.CellText(1, 3), "");
+    for (const int none : {-1, 0, 9}) {
+        grid.RemoveRow(none);
+        grid.Sort(none);
+        EXPECT_EQ(grid.CellText(none, 1) + grid.CellText(1, none), "");
+    }
+    shows("b", "1");
+    grid.AddRow();
+    shows("b", "1");
+    grid.ClearRows();
+    shows("", "");
+    grid.Sort(1);
 }
 
 TEST_F(WindowTest, ATreeLeavesOutWhatItCantCount) {
