@@ -1,9 +1,9 @@
 #include "platform/posix/PosixFiles.h"
 
-#include "window/Utf8.h"
 #include "platform/posix/PosixText.h"
 #include "platform/posix/RegularFile.h"
 #include "platform/posix/UserFolders.h"
+#include "window/Utf8.h"
 
 #include <algorithm>
 #include <cstdlib>

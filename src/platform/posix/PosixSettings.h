@@ -4,9 +4,7 @@
 
 namespace tarnwick {
 
-// One file an application, <configuration folder>/<application>/settings.ini, in the form of an initialisation file.
-// What is odd in a name or a value is written as "\xHH", so that every text comes back byte for byte; lines that a user
-// put into the file stay.
+// One file an application, <configuration folder>/<application>/settings.ini.
 class PosixSettings final : public SettingsService {
 public:
     // A file may have this many bytes: nothing is read behind them, and a larger file is never written to.

@@ -28,6 +28,11 @@ struct Descriptor {
     const int Number;
 };
 
+bool IsRegular(int descriptor) {
+    struct stat status = {};
+    return fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+}
+
 bool WriteWhole(int descriptor, std::string_view bytes) {
     while (!bytes.empty()) {
         const ssize_t written = write(descriptor, bytes.data(), bytes.size());
@@ -54,24 +59,24 @@ FileReading ReadRegularFile(const std::string& path, std::size_t limit, std::str
     const Descriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
     if (file.Number < 0)
         return errno == ENOENT ? FileReading::Missing : FileReading::Failed;
-    struct stat status = {};
-    if (fstat(file.Number, &status) != 0 || !S_ISREG(status.st_mode))
-        return FileReading::Failed;
-
-    std::array<char, 16384> chunk; // NOLINT: filled by read()
-    while (bytes.size() < limit) {
-        const ssize_t got = read(file.Number, chunk.data(), std::min(chunk.size(), limit - bytes.size()));
+    std::array<char, 16384> chunk; // NOLINT: filled by pread()
+    for (;;) {
+        const std::size_t room = std::min(chunk.size(), limit - bytes.size());
+        // A folder, a pipe and a terminal have no place to read from.
+        const ssize_t got = pread(file.Number, chunk.data(), room, static_cast<off_t>(bytes.size()));
         if (got < 0 && errno == EINTR)
             continue;
         if (got < 0)
             return FileReading::Failed;
         bytes.append(chunk.data(), static_cast<std::size_t>(got));
-        // A small file is whole after one read; its end needs no second one.
-        if (got == 0 ||
-            (static_cast<std::size_t>(got) < chunk.size() && bytes.size() == static_cast<std::size_t>(status.st_size)))
-            break;
+        // A small file is whole after one read. What goes on may be a device, which has no end.
+        if (static_cast<std::size_t>(got) < room)
+            return FileReading::Done;
+        if (!IsRegular(file.Number))
+            return FileReading::Failed;
+        if (bytes.size() == limit)
+            return FileReading::Done;
     }
-    return FileReading::Done;
 }
 
 bool ReplaceRegularFile(const std::string& path, const std::string& bytes) {

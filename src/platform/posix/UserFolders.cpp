@@ -92,22 +92,26 @@ std::string ConfigurationFolder() {
     return home.empty() ? home : home + "/.config";
 }
 
+std::string FavoritesFolderIn(std::string_view userDirs, const std::string& home) {
+    std::string folder;
+    for (std::size_t start = 0; start < userDirs.size();) {
+        const std::size_t end = std::min(userDirs.find('\n', start), userDirs.size());
+        // As in the shell that may read the file too, the last assignment counts.
+        if (const auto value = FavoritesOfLine(userDirs.substr(start, end - start), home))
+            folder = *value;
+        start = end + 1;
+    }
+    // A folder that is set to the home folder is switched off, as everywhere in that file.
+    return folder.empty() || folder == home ? (home == "/" ? home : home + "/") + "Favorites" : folder;
+}
+
 std::string FavoritesFolderOfUser() {
     const std::string home = HomeFolder();
     if (home.empty())
         return {};
     std::string text;
     ReadRegularFile(ConfigurationFolder() + "/user-dirs.dirs", UserDirsLimit, text);
-    std::string folder;
-    for (std::size_t start = 0; start < text.size();) {
-        const std::size_t end = std::min(text.find('\n', start), text.size());
-        // As in the shell that may read the file too, the last assignment counts.
-        if (const auto value = FavoritesOfLine(std::string_view(text).substr(start, end - start), home))
-            folder = *value;
-        start = end + 1;
-    }
-    // A folder that is set to the home folder is switched off, as everywhere in that file.
-    return folder.empty() || folder == home ? (home == "/" ? home : home + "/") + "Favorites" : folder;
+    return FavoritesFolderIn(text, home);
 }
 
 } // namespace tarnwick

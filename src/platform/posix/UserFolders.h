@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace tarnwick {
 
@@ -9,5 +10,8 @@ namespace tarnwick {
 std::string HomeFolder();
 std::string ConfigurationFolder();
 std::string FavoritesFolderOfUser();
+
+// The Favorites folder by the text of a user-dirs.dirs.
+std::string FavoritesFolderIn(std::string_view userDirs, const std::string& home);
 
 } // namespace tarnwick
