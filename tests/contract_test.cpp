@@ -1,4 +1,5 @@
 #include "contract_sockets.h"
+#include "contract_windows.h"
 #include "headless_person.h"
 #include "platform/headless/HeadlessPlatform.h"
 
@@ -36,6 +37,6 @@ private:
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Headless, SocketContract, HeadlessSocketMachine);
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Headless, WindowContract, HeadlessPerson);
+INSTANTIATE_TEST_SUITE_P(Headless, WindowContract, ::testing::Values(&Make<HeadlessPerson>));
 
 } // namespace tarnwick::test

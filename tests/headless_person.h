@@ -2,7 +2,7 @@
 
 // The contract's person on the machine in memory: does what a front end does with its desktop's gestures.
 
-#include "contract_windows.h"
+#include "Person.h"
 #include "platform/headless/HeadlessPlatform.h"
 #include "window/Input.h"
 #include "window/Reach.h"

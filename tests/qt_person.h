@@ -3,7 +3,7 @@
 // The contract's person in front of the real windows, on Qt's offscreen platform, above a machine whose files and
 // settings live in memory.
 
-#include "contract_windows.h"
+#include "Person.h"
 #include "platform/SteadyClock.h"
 #include "platform/headless/Fakes.h"
 #include "platform/posix/PosixSockets.h"

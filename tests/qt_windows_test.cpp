@@ -1,5 +1,6 @@
 // What Qt's windows must do beside the contract of every desktop.
 
+#include "contract_windows.h"
 #include "qt_person.h"
 
 int main(int count, char** arguments) {
@@ -13,12 +14,14 @@ int main(int count, char** arguments) {
 
 namespace tarnwick::test {
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Qt, WindowContract, QtPerson);
+INSTANTIATE_TEST_SUITE_P(Qt, WindowContract, ::testing::Values(&Make<QtPerson>));
 
 namespace {
 
-class QtWindowsTest : public WindowContract<QtPerson> {
+class QtWindowsTest : public WindowFixture {
 protected:
+    QtWindowsTest() : WindowFixture(Make<QtPerson>()) {}
+
     template <class T = QWidget> T& RealOf(const Control& control) { return QtPerson::Real<T>(window, control); }
     std::string Read(const Control& control, QAccessible::Text what = QAccessible::Name) const {
         return QtPerson::Reader(window, control)->text(what).toStdString();
@@ -31,6 +34,8 @@ protected:
     static void ShowBox() { ShowMessage("box", "box", MessageIcon::Information, MessageButtons::Ok); }
     static void LeaveBox() { QApplication::activeModalWidget()->close(); }
 
+    QtPerson& person = static_cast<QtPerson&>(p);
+    SampleWindow& window = w;
     QtWindows& Windows = person.Machine.Windows;
 };
 

@@ -2,7 +2,7 @@
 
 // The contract's person in front of the real windows.
 
-#include "contract_windows.h"
+#include "Person.h"
 #include "platform/win32/Win32Look.h"
 #include "win32_support.h"
 

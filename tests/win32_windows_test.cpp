@@ -1,10 +1,11 @@
 // What Windows alone asks of a window, beside the contract of every desktop.
 
+#include "contract_windows.h"
 #include "win32_person.h"
 
 namespace tarnwick::test {
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Win32, WindowContract, Win32Person);
+INSTANTIATE_TEST_SUITE_P(Win32, WindowContract, ::testing::Values(&Make<Win32Person>));
 
 namespace {
 
