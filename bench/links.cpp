@@ -8,10 +8,12 @@
 #include "shell/Form3.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <csignal>
 #include <sys/prctl.h>
 #include <sys/wait.h>
+#include <thread>
 
 namespace tarnwick::bench {
 
@@ -117,13 +119,19 @@ Cost MeasureCheck(Program& program, int links, const std::string& url, int timeo
 void MeasureWaiting(Program& program) {
     constexpr int links = 10;
     std::vector<double> accepted;
-    test::TestServer silent([&accepted](test::Connection& peer) {
-        accepted.push_back(WallSeconds());
-        peer.WaitForHangup(-1);
+    const test::BoundPort silent;
+    listen(silent.Socket, 16);
+    std::thread peer([&] {
+        for (int socket = 0; (socket = accept(silent.Socket, nullptr, nullptr)) >= 0; close(socket)) {
+            accepted.push_back(WallSeconds());
+            char byte = 0;
+            while (recv(socket, &byte, 1, 0) > 0) // until the program hangs up
+                continue;
+        }
     });
     const test::BoundPort nobody;
     const std::string refusing = UrlOf(nobody.Port);
-    const std::string waiting = UrlOf(silent.Port());
+    const std::string waiting = UrlOf(silent.Port);
     Title("Silence, " + program.Name);
     MeasureCheck(program, 1, refusing, 1); // the first one loads fonts and the like
     const Cost refused = MeasureCheck(program, 1, refusing, 1);
@@ -135,6 +143,8 @@ void MeasureWaiting(Program& program) {
 
     accepted.clear();
     MeasureCheck(program, links, waiting, 1);
+    shutdown(silent.Socket, SHUT_RDWR); // ends the peer's accept()
+    peer.join();
     accepted.push_back(WallSeconds());
     double most = 0;
     for (std::size_t link = 1; link < accepted.size(); ++link)

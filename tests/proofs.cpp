@@ -18,6 +18,7 @@
 #include <map>
 #include <random>
 #include <set>
+#include <thread>
 #include <sys/wait.h>
 
 namespace tarnwick::test {
@@ -42,59 +43,29 @@ long OpenDescriptors() {
     return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), std::filesystem::directory_iterator());
 }
 
-// A server of each kind that ends a link without a time-out, and the names that lead to none.
-class EveryKind {
+// Links of every kind that needs no time-out, in files of their own.
+class Links {
 public:
-    struct Kind {
-        std::string Name;
-        std::string Url;
-        std::string Problem; // empty: no row
-    };
-    std::vector<Kind> Kinds;
-
-    EveryKind() {
-        Add("missing", Replies("HTTP/1.0 404 Not Found\r\n\r\n"), "Not found (404)");
-        Add("forbidden", Replies("HTTP/1.0 403 No\r\n\r\n"), "Forbidden (403)");
-        Add("unauthorized", Replies("HTTP/1.0 401 No\r\n\r\n"), "Unauthorized (401)");
-        Add("good", Replies("HTTP/1.0 200 OK\r\n\r\n"), "");
-        Add("half a line", Replies("HTTP/1.0 40"), "");
-        Add("NULs", Replies(std::string(70000, '\0')), "");
-        Add(
-            "closes", [](Connection&) {}, "");
-        Add(
-            "resets", [](Connection& peer) { peer.ReadRequest(), peer.Reset(); }, "");
-        Kinds.push_back({"refused", "http://127.0.0.1:" + std::to_string(nobody_.Port) + "/", "Connection error"});
-        Kinds.push_back({"no name", "http://empty..label.invalid/", "Unable to connect"});
-        Kinds.push_back({"no port", "http://127.0.0.1:70000/", "Unable to connect"});
-    }
-
-private:
-    static TestServer::Serve Replies(const std::string& reply) {
-        return [reply](Connection& peer) {
-            peer.ReadRequest();
-            peer.Send(reply);
-        };
-    }
-    void Add(const std::string& name, TestServer::Serve serve, const std::string& problem) {
-        servers_.push_back(std::make_unique<TestServer>(std::move(serve)));
-        Kinds.push_back({name, "http://" + servers_.back()->Address() + "/", problem});
-    }
-
-    std::vector<std::unique_ptr<TestServer>> servers_;
-    BoundPort nobody_;
-};
-
-// Favorites of every kind, and the program's whole machine but for its windows.
-class Site {
-public:
-    explicit Site(int links) {
-        for (int link = 0; link < links; ++link) {
-            const EveryKind::Kind& kind = servers_.Kinds[static_cast<std::size_t>(link) % servers_.Kinds.size()];
-            const std::string path = "Favorites/Folder " + std::to_string(link / 1000) + "/" + kind.Name + " " +
-                                     std::to_string(link) + ".url";
-            files_[home_ / path] = "[InternetShortcut]\r\nURL=" + kind.Url + "\r\n";
-            if (!kind.Problem.empty())
-                problems_[kind.Name + " " + std::to_string(link)] = kind.Problem;
+    explicit Links(int count) {
+        const std::string site = "http://" + Site().Serving + "/";
+        const std::pair<std::string, std::string> kinds[] = {{site + "good", ""},
+                                                             {site + "missing", "Not found (404)"},
+                                                             {site + "forbidden", "Forbidden (403)"},
+                                                             {site + "private", "Unauthorized (401)"},
+                                                             {site + "error", ""},
+                                                             {site + "garbage", ""},
+                                                             {site + "close", ""},
+                                                             {site + "reset", ""},
+                                                             {"http://" + Site().Refusing, "Connection error"},
+                                                             {"http://empty..label.invalid", "Unable to connect"},
+                                                             {"http://127.0.0.1:70000", "Unable to connect"}};
+        for (int link = 0; link < count; ++link) {
+            const auto& [url, problem] = kinds[static_cast<std::size_t>(link) % std::size(kinds)];
+            const std::string name = std::to_string(link);
+            files_[home_ / ("Favorites/" + std::to_string(link / 1000) + "/" + name + ".url")] =
+                "[InternetShortcut]\r\nURL=" + url + "\r\n";
+            if (!problem.empty())
+                problems_[name] = problem;
         }
         Restore();
     }
@@ -120,7 +91,6 @@ public:
 
 private:
     TemporaryHome home_;
-    EveryKind servers_;
     std::map<std::string, std::string> files_;    // path to bytes
     std::map<std::string, std::string> problems_; // name to problem
 };
@@ -131,14 +101,14 @@ void CatchAll(SettingsService& settings) {
 }
 
 // One availability check; the report is left as a person leaves it.
-void RunOnce(Scenario& scenario, const Site& site) {
+void RunOnce(Scenario& scenario, const Links& favorites) {
     scenario.RunAvailability();
-    Expect(site.ReportIsExact(), "the report isn't that of the links");
+    Expect(favorites.ReportIsExact(), "the report isn't that of the links");
     Form5.Unload();
 }
 
 void ProveLinks() {
-    const Site site(30000);
+    const Links favorites(30000);
     PosixMachine machine;
     CatchAll(machine.Settings);
     Scenario scenario(machine.Windows);
@@ -153,13 +123,13 @@ void ProveLinks() {
         std::printf("link %5d: %ld kB, %ld descriptors\n", links, ResidentKilobytes(), descriptors.back());
     };
     const long before = OpenDescriptors();
-    RunOnce(scenario, site);
+    RunOnce(scenario, favorites);
     Expect(links == 30000 && OpenDescriptors() == before, "descriptors aren't flat");
     Expect(std::ranges::max(descriptors) <= before + 2, "more than one connection at a time");
 }
 
 void ProveRuns() {
-    const Site site(66);
+    const Links favorites(66);
     PosixMachine machine;
     CatchAll(machine.Settings);
     Scenario scenario(machine.Windows);
@@ -167,7 +137,7 @@ void ProveRuns() {
     std::vector<long> memory;
     std::set<long> descriptors;
     for (int run = 1; run <= 300; ++run) {
-        RunOnce(scenario, site);
+        RunOnce(scenario, favorites);
         if (run % 50 != 0)
             continue;
         memory.push_back(ResidentKilobytes());
@@ -200,17 +170,19 @@ int Play(const std::string& timeout) {
     Scenario scenario(machine.Windows);
     scenario.Timeout = timeout;
     scenario.Play();
+    for (int save = 0; save < 20; ++save) // so that many a kill hits one
+        scenario.SaveOptions();
     return Form3.IsLoaded() && Form3->IsVisible() && Preferences.Timeout == std::stoi(timeout) ? 0 : 1;
 }
 
 void ProveKills() {
     constexpr int Removed = 2; // by the scenario
-    Site site(110);
+    Links favorites(110);
     std::mt19937 random(1);  // NOLINT: the same times each run
     std::int64_t length = 0; // of the whole scenario, in microseconds
     for (const char* timeout : {"11", "10"}) {
         const auto start = std::chrono::steady_clock::now();
-        Expect(PlayInChild(timeout, -1) == 0 && site.Restore(Removed), "the scenario fails by itself");
+        Expect(PlayInChild(timeout, -1) == 0 && favorites.Restore(Removed), "the scenario fails by itself");
         length =
             std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - start).count();
     }
@@ -220,7 +192,7 @@ void ProveKills() {
     for (int attempt = 0; attempt < 1000 && killed < 200; ++attempt) {
         const std::string timeout = stored == "10" ? "11" : "10";
         const bool wasKilled = WIFSIGNALED(PlayInChild(timeout, moment(random)));
-        Expect(site.Restore(Removed), "a favorite is neither whole nor removed");
+        Expect(favorites.Restore(Removed), "a favorite is neither whole nor removed");
         const std::string now = PosixSettings().Read("Tarnwick", "Preferences", "Timeout", "none");
         Expect(now == stored || now == timeout, "the settings are neither old nor new: " + now);
         killed += wasKilled ? 1 : 0;
@@ -228,9 +200,9 @@ void ProveKills() {
         stored = now;
     }
     Expect(killed == 200, "not killed 200 times");
-    Expect(PlayInChild("10", -1) == 0 && site.Restore(Removed), "the next start isn't clean");
+    Expect(PlayInChild("10", -1) == 0 && favorites.Restore(Removed), "the next start isn't clean");
     int files = 0;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(site.SettingsFolder()))
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(favorites.SettingsFolder()))
         files += entry.is_directory() ? 0 : 1;
     Expect(files == 1, std::to_string(files) + " files for the settings");
     std::printf("%d kills within %ld ms, the settings old after %d of them, new after %d\n", killed,

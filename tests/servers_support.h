@@ -1,34 +1,19 @@
 #pragma once
 
-// Servers of the tests' own on loopback, good and bad, and programs of Debian that serve.
+// Sockets of a test's own on loopback, and the sample's site.
 
-#include <arpa/inet.h>
-#include <array>
-#include <cerrno>
 #include <cstdint>
+#include <cstdio>
+#include <cstring>
 #include <filesystem>
-#include <functional>
 #include <netinet/in.h>
-#include <poll.h>
 #include <stdexcept>
 #include <string>
-#include <string_view>
-#include <sys/eventfd.h>
 #include <sys/socket.h>
-#include <thread>
 #include <unistd.h>
 #include <utility>
-#include <vector>
 
 namespace tarnwick::test {
-
-inline sockaddr_in LoopbackAddress(std::uint16_t port) {
-    sockaddr_in address = {};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(port);
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    return address;
-}
 
 class Descriptor {
 public:
@@ -49,8 +34,14 @@ private:
     int number_;
 };
 
-inline Descriptor TcpSocket(int flags = 0) {
-    return Descriptor(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | flags, 0));
+inline Descriptor TcpSocket() { return Descriptor(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)); }
+
+inline sockaddr_in LoopbackAddress(std::uint16_t port) {
+    sockaddr_in address = {};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(port);
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    return address;
 }
 
 // Bound to a free port of loopback, not listening: a connection is refused.
@@ -79,89 +70,6 @@ inline void DropAtClose(int socket) {
     setsockopt(socket, SOL_SOCKET, SO_LINGER, &drop, sizeof drop);
 }
 
-// One accepted connection; each call ends early when the server is given up.
-class Connection {
-public:
-    Connection(Descriptor socket, int stop) : socket_(std::move(socket)), stop_(stop) {}
-
-    // Up to the empty line, or to the peer's end.
-    std::string ReadRequest() {
-        std::string request;
-        std::array<char, 4096> buffer = {};
-        while (request.find("\r\n\r\n") == std::string::npos && WaitFor(POLLIN, -1)) {
-            const ssize_t got = recv(socket_, buffer.data(), buffer.size(), MSG_DONTWAIT);
-            if (got <= 0)
-                break;
-            request.append(buffer.data(), static_cast<std::size_t>(got));
-        }
-        return request;
-    }
-    // False when the peer has gone.
-    bool Send(std::string_view bytes) {
-        while (!bytes.empty()) {
-            const ssize_t sent = send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
-            if (sent < 0 && (errno != EAGAIN || !WaitFor(POLLOUT, -1)))
-                return false;
-            if (sent > 0)
-                bytes.remove_prefix(static_cast<std::size_t>(sent));
-        }
-        return true;
-    }
-    // True when the peer goes within this time; without a bound below 0.
-    bool WaitForHangup(int ms) { return WaitFor(POLLRDHUP, ms); }
-    void Reset() { DropAtClose(socket_); }
-
-private:
-    bool WaitFor(short events, int ms) {
-        std::array<pollfd, 2> watched = {pollfd{socket_, events, 0}, pollfd{stop_, POLLIN, 0}};
-        return poll(watched.data(), watched.size(), ms) > 0 && watched[1].revents == 0;
-    }
-
-    Descriptor socket_;
-    int stop_;
-};
-
-// Takes one connection after the other in a thread of its own and hands each to `serve`, until the object goes.
-class TestServer {
-public:
-    using Serve = std::function<void(Connection&)>;
-
-    explicit TestServer(Serve serve) : serve_(std::move(serve)) {
-        if (listen(bound_.Socket, SOMAXCONN) != 0)
-            throw std::runtime_error("can't listen");
-        thread_ = std::thread([this] { Run(); });
-    }
-    ~TestServer() {
-        eventfd_write(stop_, 1);
-        thread_.join();
-    }
-    TestServer(const TestServer&) = delete;
-    TestServer& operator=(const TestServer&) = delete;
-
-    std::uint16_t Port() const { return bound_.Port; }
-    std::string Address() const { return "127.0.0.1:" + std::to_string(Port()); }
-
-private:
-    void Run() {
-        for (;;) {
-            std::array<pollfd, 2> watched = {pollfd{bound_.Socket, POLLIN, 0}, pollfd{stop_, POLLIN, 0}};
-            poll(watched.data(), watched.size(), -1);
-            if (watched[1].revents != 0)
-                return;
-            const int socket = accept4(bound_.Socket, nullptr, nullptr, SOCK_CLOEXEC);
-            if (socket < 0)
-                continue;
-            Connection connection(Descriptor(socket), stop_);
-            serve_(connection);
-        }
-    }
-
-    Serve serve_;
-    BoundPort bound_;
-    Descriptor stop_{eventfd(0, EFD_CLOEXEC)};
-    std::thread thread_;
-};
-
 // How many sockets this process has.
 inline int OpenSockets() {
     int count = 0;
@@ -170,5 +78,25 @@ inline int OpenSockets() {
         count += std::filesystem::read_symlink(entry.path(), gone).string().starts_with("socket:") ? 1 : 0;
     return count;
 }
+
+#ifdef SAMPLE_SITE
+// The site answers as the first piece of a path says, until this process has gone.
+struct SampleSite {
+    SampleSite() {
+        char serving[64] = {}, refusing[64] = {};
+        FILE* site = popen("exec python3 '" SAMPLE_SITE "'", "re");
+        if (site == nullptr || std::fscanf(site, "%63s %63s", serving, refusing) != 2)
+            throw std::runtime_error("the sample's site doesn't start");
+        Serving = serving;
+        Refusing = refusing;
+    }
+    std::string Serving, Refusing; // address and port
+};
+
+inline const SampleSite& Site() {
+    static const SampleSite site;
+    return site;
+}
+#endif
 
 } // namespace tarnwick::test

@@ -5,31 +5,11 @@
 #include "posix_support.h"
 #include "servers_support.h"
 
-#include <cstdio>
-#include <cstring>
 #include <map>
 
 namespace tarnwick::test {
 
 namespace {
-
-struct SampleSite {
-    SampleSite() {
-        char serving[64] = {}, refusing[64] = {};
-        // The site ends by itself when this process has gone.
-        if (FILE* site = popen("exec python3 '" SAMPLE_SITE "'", "re"); site != nullptr)
-            if (std::fscanf(site, "%63s %63s", serving, refusing) != 2)
-                throw std::runtime_error("the sample's site doesn't start");
-        Serving = std::string("127.0.0.1") + std::strchr(serving, ':');
-        Refusing = refusing;
-    }
-    std::string Serving, Refusing; // address and port
-};
-
-const SampleSite& Site() {
-    static const SampleSite site;
-    return site;
-}
 
 class ServersTest : public ProgramOn<PosixMachine> {
 protected:
