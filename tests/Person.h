@@ -76,7 +76,7 @@ protected:
         p.Type(w, {.Letter = letter, .Alt = true, .Repeated = repeated});
     }
 
-    WindowObject<SampleWindow> Sample; // both outlive the person, at whose end their windows go
+    WindowObject<SampleWindow> Sample; // both outlive the person, at whose end their windows are given up
     WindowObject<SampleWindow> Other;
     const std::unique_ptr<Person> person_;
     Person& p = *person_;

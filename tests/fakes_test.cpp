@@ -1,4 +1,4 @@
-// The fakes keep the contracts of what they stand in for.
+// The fakes keep the contracts of the services that they replace.
 
 #include "contract_files.h"
 #include "platform/headless/Fakes.h"

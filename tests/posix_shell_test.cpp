@@ -10,7 +10,7 @@
 namespace tarnwick::test {
 namespace {
 
-// A program named xdg-open stands in for the desktop's: it writes what it was started with into a pipe.
+// A program named xdg-open replaces the desktop's: it writes what it was started with into a pipe.
 class PosixShellTest : public testing::Test {
 protected:
     PosixShellTest() {

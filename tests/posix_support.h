@@ -13,7 +13,7 @@
 
 namespace tarnwick::test {
 
-// A folder of a test's own, gone with the object. It stands in for the home folder, so that no test sees the user's.
+// A folder of a test's own, gone with the object. It replaces the home folder, so that no test sees the user's.
 class TemporaryHome {
 public:
     TemporaryHome() {

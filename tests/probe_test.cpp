@@ -63,7 +63,7 @@ TEST_F(ProbeTest, ReadsTheStatus) {
         {"HTTP/1.0 200 OK", 200},
         {"anything 401 at all", 401},
         {" 403", 403},
-        {"HTTP/1.0 404\r\nServer: x y", std::nullopt}, // the word goes on to the next blank
+        {"HTTP/1.0 404\r\nServer: x y", std::nullopt}, // the word ends at the next blank
         {"HTTP/1.0  404 x", std::nullopt},
         {"HTTP/1.0", std::nullopt},
         {"", std::nullopt},

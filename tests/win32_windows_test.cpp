@@ -40,7 +40,7 @@ protected:
         return tool.rect;
     }
 
-    WindowObject<SampleWindow> Sample; // outlives the person, at whose end its window goes
+    WindowObject<SampleWindow> Sample; // outlives the person, at whose end its window is given up
     Win32Person person;
 };
 

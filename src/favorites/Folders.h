@@ -23,7 +23,7 @@ std::string FavoritesRoot();
 // An open listing, 0 for none.
 using ListingHandle = std::int32_t;
 
-// Opens a listing by pattern, a folder's path with "*" and an ending behind it, such as "C:\Favorites\*.url". Nothing
+// Opens a listing by pattern, a folder's path with "*" and an ending after it, such as "C:\Favorites\*.url". Nothing
 // else in it is a wildcard. Gives the first name and the listing; the empty text when nothing matches, and then no
 // listing is open. "*" alone also finds "." and "..", in front of all others. A lone "\" is no folder.
 std::string FindFirst(const std::string& szPattern, ListingHandle& lngFind);
@@ -32,7 +32,7 @@ std::string FindNext(ListingHandle lngFind);
 void FindEnd(ListingHandle lngFind);
 
 // Hands to `take` what the first level of the Favorites folder offers as a folder: every name but "..", desktop.ini and
-// what looks like a shortcut. Files are not told apart from folders; a listing below them just finds nothing. `goOn` is
+// what looks like a shortcut. Files and folders look alike here; a listing below them just finds nothing. `goOn` is
 // asked before each name.
 void ListFirstLevel(const std::function<bool()>& goOn, const std::function<void(const std::string& name)>& take);
 

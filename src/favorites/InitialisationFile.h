@@ -14,13 +14,12 @@ namespace tarnwick {
 // are text as they are.
 std::string InitialisationText(std::string_view bytes);
 
-// Where a key stands in a text, or where its line would belong. Offsets in bytes.
+// Where a key is in a text, or where its line would belong. Offsets in bytes.
 struct InitialisationPlace {
     std::optional<std::string_view> Value; // up to its first NUL; none: the section or the key is missing
     std::size_t LineStart = 0;             // the key's line with its line end
     std::size_t LineEnd = 0;
-    std::optional<std::size_t>
-        SectionEnd; // behind the last line of the section that isn't blank; none: no such section
+    std::optional<std::size_t> SectionEnd; // after the last line of the section that isn't blank; none: no such section
 };
 
 InitialisationPlace FindInitialisationPlace(std::string_view text, std::string_view section, std::string_view key);

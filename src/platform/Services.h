@@ -104,7 +104,7 @@ public:
     virtual std::string Address() const = 0;
 };
 
-// The Windows Sockets 1.1 operations that the socket engine uses, with their results. A socket that was selected tells
+// The Windows Sockets 1.1 operations that the socket engine uses, with their results. A socket that was selected posts
 // its events as window messages, which reach the window's procedure from the pump only, in order. Closing a socket
 // takes away what is still queued for it.
 class SocketService {
@@ -159,7 +159,8 @@ public:
     // Shows the window over all others of the program and returns when it has been unloaded.
     virtual void ShowModal(Window& window) = 0;
     virtual void Hide(Window& window) = 0;
-    // The window has been unloaded: its real window goes. The object stays valid until its handlers have returned.
+    // The window has been unloaded: its real window is destroyed. The object stays valid until its handlers have
+    // returned.
     virtual void Discard(Window& window) = 0;
 
     // Both block, and events go on being handled meanwhile. Texts are plain: no markup, no access keys.

@@ -27,7 +27,7 @@ void Form2Window::SOCKET_CONNECT() {
     SOCKET->SOCKET_SEND(BuildRequest(CurrentLink, Preferences.KeepAlive != 0, Preferences.UseProxy == 0));
 }
 
-// The first chunk alone is looked at; the socket is closed behind it, however much there is to come.
+// The first chunk alone is looked at; the socket is closed after it, however much there is to come.
 void Form2Window::SOCKET_Receive(const std::string& Data) {
     const auto status = ReplyStatus(Data);
     if (const Verdict* verdict = status ? VerdictOf(*status) : nullptr) {

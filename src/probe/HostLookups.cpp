@@ -14,7 +14,7 @@ namespace {
 constexpr std::size_t NameLimit = 253; // characters of a name (RFC 1035, 2.3.4: 255 bytes on the wire)
 constexpr std::size_t LabelLimit = 63; // RFC 1035, 2.3.4
 
-// More than a resolver that gives a name up after half a minute can leave behind at one link a second.
+// A resolver that gives a name up after half a minute leaves fewer than these at one link a second.
 constexpr std::size_t MostUnderWay = 64;
 
 std::map<std::string, std::shared_ptr<HostLookup>> underWay; // by name; those that nobody waited for to the end

@@ -13,7 +13,7 @@ namespace tarnwick {
 
 class Winsock {
 public:
-    // Starts the network section; a failure is told in a message box, and later links then can't be started.
+    // Starts the network section; a failure is said in a message box, and later links then can't be started.
     Winsock();
     ~Winsock();
     Winsock(const Winsock&) = delete;

@@ -54,7 +54,7 @@ public:
     // A modal window other than this one, or a message box, is in front.
     bool IsBehindModal() const;
 
-    // The focus goes to `control`; the front end does it when it sees the revision change.
+    // The focus moves to `control`; the front end does it when it sees the revision change.
     void SetFocus(Control& control) {
         FocusRequest = &control;
         ++FocusRevision;

@@ -73,7 +73,7 @@ public:
                const std::vector<Setting>& settings) override;
 };
 
-// Sockets that answer as told, host by host. Nothing is delivered but through the loop.
+// Sockets that answer as a test says, host by host. Nothing is delivered but through the loop.
 class FakeSockets : public SocketService, public EventSource, public CanFail {
 public:
     FakeSockets(MessageLoop& loop, ManualClock& clock) : loop_(loop), clock_(clock) {}
@@ -83,7 +83,7 @@ public:
     struct Host {
         std::optional<std::string> Reply = {}; // sent once the request is there; none: silent
         bool Refuses = false;
-        bool Closes = false; // as soon as the connection stands
+        bool Closes = false; // as soon as it is connected
         bool NeverStands = false;
     };
     std::map<std::string, Host> Hosts; // by name or dotted address; others can't be resolved
@@ -101,9 +101,9 @@ public:
 
     // Queues an event of the socket that was opened last.
     void Notify(std::int32_t event, std::int32_t error = 0);
-    // The peer's bytes and the event that tells of them.
+    // The peer's bytes and the event that announces them.
     void Deliver(const std::string& bytes);
-    // The peer closes, or drops the connection: told when its bytes have been read.
+    // The peer closes, or drops the connection: announced when its bytes have been read.
     void Hang(std::int32_t error = 0);
     SocketNumber LastNumber() const { return last_; }
 

@@ -11,7 +11,7 @@ public:
     int Number = 0;   // or the one with this number among all calls, from 1;
     int Way = 1;      // in this one of the ways in which it can.
 
-    // 0 when the call goes well, else the way in which it fails.
+    // 0 when the call succeeds, else the way in which it fails.
     int Strike(const std::string& call, int ways) {
         if (++calls_ != Number && call != Call)
             return 0;

@@ -63,7 +63,7 @@ bool PosixFiles::List(const std::string& folder, std::string_view ending, std::v
         const std::string_view name = found->d_name;
         if (IsDots(name) || !EndsWith(name, ending) || name.find('\\') != std::string_view::npos)
             continue;
-        // Not every file system tells the kind: what may be a link is looked at as one.
+        // Not every file system says of what kind an entry is: what may be a link is looked at as one.
         const bool isLink = found->d_type == DT_LNK || found->d_type == DT_UNKNOWN;
         entries.push_back({FolderOrderKey(name), {std::string(name), isLink}});
     }
@@ -111,7 +111,7 @@ bool PosixFiles::Remove(const std::string& path) {
 std::string PosixFiles::FavoritesFolder() {
     std::string folder = FavoritesFolderOfUser();
     if (folder.find('\\') != std::string::npos)
-        return {}; // it can't be told from another path
+        return {}; // another path would look the same
     std::ranges::replace(folder, '/', '\\');
     return folder;
 }

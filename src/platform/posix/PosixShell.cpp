@@ -20,7 +20,7 @@ std::string ProgramFolder() {
     return std::filesystem::read_symlink("/proc/self/exe", unknown).parent_path();
 }
 
-// Runs in the new process: nothing of this one goes along.
+// Runs in the new process: it takes nothing of this one along.
 [[noreturn]] void Execute(char* const* arguments, const char* folder) {
     const int nowhere = open("/dev/null", O_RDWR);
     for (int standard = STDIN_FILENO; standard <= STDERR_FILENO; ++standard)

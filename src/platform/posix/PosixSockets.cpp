@@ -86,7 +86,7 @@ PosixSockets::Socket* PosixSockets::Find(SocketNumber number) {
     return found == sockets_.end() ? nullptr : &found->second;
 }
 
-// Once a socket: epoll then tells each change, and no further call is needed until the close, which ends it.
+// Once a socket: epoll then reports each change, and no further call is needed until the close, which ends it.
 void PosixSockets::Watch(SocketNumber number, Socket& socket) {
     if (socket.Watched || socket.Window == 0 || socket.State == Phase::Unconnected)
         return;
@@ -147,7 +147,7 @@ void PosixSockets::FinishConnect(SocketNumber number, Socket& socket) {
     Post(number, socket, EventWrite, 0);
 }
 
-// Data before the close: a reset, too, is told only when nothing is left to read.
+// Data before the close: a reset, too, is reported only when nothing is left to read.
 void PosixSockets::TellArrival(SocketNumber number, Socket& socket) {
     char first = 0;
     const ssize_t got = recv(number, &first, 1, MSG_PEEK | MSG_DONTWAIT);
@@ -245,7 +245,7 @@ std::int32_t PosixSockets::Send(SocketNumber socket, const std::string& bytes) {
     if (sending == nullptr)
         return SocketError;
     const ssize_t sent = send(socket, bytes.data(), std::min<std::size_t>(bytes.size(), INT_MAX), MSG_NOSIGNAL);
-    // The system tells a reset once, to the first call that meets it; the CLOSE to come needs it too.
+    // The system reports a reset once, to the first call that meets it; the CLOSE to come needs it too.
     if (sent < 0 && EndsConnection(errno))
         sending->Error = errno;
     return static_cast<std::int32_t>(sent);
@@ -260,7 +260,7 @@ std::int32_t PosixSockets::Receive(SocketNumber socket, std::string& buffer) {
         receiving->Error = errno;
     if (receiving->State != Phase::Connected || !std::exchange(receiving->ReadTold, false))
         return static_cast<std::int32_t>(got);
-    // What came while the READ was open is told now. Less than asked for is all that there was.
+    // What came while the READ was open is reported now. Less than asked for is all that there was.
     const bool isAll = got >= 0 && static_cast<std::size_t>(got) < buffer.size();
     if (!isAll || (receiving->Seen & (EPOLLERR | EPOLLHUP)) != 0)
         TellArrival(socket, *receiving);

@@ -9,7 +9,7 @@
 
 namespace tarnwick {
 
-// Windows Sockets 1.1 with WSAAsyncSelect on sockets that never block and one epoll descriptor. epoll tells a change
+// Windows Sockets 1.1 with WSAAsyncSelect on sockets that never block and one epoll descriptor. epoll reports a change
 // once: with a READ that nobody has answered by Receive(), and after its CLOSE, a socket costs nothing.
 class PosixSockets final : public SocketService, public EventSource {
 public:
@@ -48,15 +48,15 @@ private:
     enum class Phase { Unconnected, Connecting, Connected, Finished };
 
     struct Socket {
-        WindowHandle Window = 0; // who is told, and of what; 0: nobody
+        WindowHandle Window = 0; // who gets the events, and by which message; 0: nobody
         std::uint32_t Message = 0;
         std::int32_t Mask = 0;
         Phase State = Phase::Unconnected;
-        int Error = 0;            // errno that a call has met and that is still to be told
+        int Error = 0;            // errno that a call has met and that is still to be reported
         bool Watched = false;     // epoll knows the socket
         bool ReadTold = false;    // a READ that Receive() hasn't answered yet
-        std::uint32_t Seen = 0;   // what epoll has told of it
-        std::uint32_t Serial = 0; // tells it from an earlier one of the same number
+        std::uint32_t Seen = 0;   // what epoll has reported of it
+        std::uint32_t Serial = 0; // sets it apart from an earlier one of the same number
     };
 
     Socket* Find(SocketNumber number);

@@ -45,7 +45,7 @@ bool WriteWhole(int descriptor, std::string_view bytes) {
     return fsync(descriptor) == 0;
 }
 
-// The file behind a chain of links; the path itself where nothing stands.
+// The file at the end of a chain of links; the path itself where there is nothing.
 std::string TargetOf(const std::string& path) {
     const std::unique_ptr<char, decltype(&std::free)> target(realpath(path.c_str(), nullptr), &std::free);
     return target ? target.get() : path;
@@ -69,7 +69,7 @@ FileReading ReadRegularFile(const std::string& path, std::size_t limit, std::str
         if (got < 0)
             return FileReading::Failed;
         bytes.append(chunk.data(), static_cast<std::size_t>(got));
-        // A small file is whole after one read. What goes on may be a device, which has no end.
+        // A small file is whole after one read. What has more may be a device, which has no end.
         if (static_cast<std::size_t>(got) < room)
             return FileReading::Done;
         if (!IsRegular(file.Number))

@@ -44,7 +44,7 @@ std::optional<unsigned> HexDigit(char c) {
     return std::nullopt;
 }
 
-// A "\" that begins no "\xHH" was typed by a user and stands for itself.
+// A "\" that begins no "\xHH" was typed by a user and is taken as it is.
 std::string Unescaped(std::string_view text) {
     std::string plain;
     for (std::size_t i = 0; i < text.size(); ++i) {

@@ -43,7 +43,7 @@ std::string_view WithoutLeadingBlanks(std::string_view text) {
     return start == std::string_view::npos ? std::string_view() : text.substr(start);
 }
 
-// The text between double quotes, with "\" taking away the meaning of the character behind it.
+// The text between double quotes, with "\" taking away the meaning of the next character.
 std::optional<std::string> Unquoted(std::string_view text) {
     if (!text.starts_with('"'))
         return std::nullopt;

@@ -20,7 +20,7 @@ QtControl::QtControl(Control& control, QWidget& widget) : control_(control), wid
     widget_.setAccessibleName(SingleLineOf(control.AccessibleName));
     widget_.setAccessibleDescription(SingleLineOf(control.AccessibleDescription));
     widget_.setFocusPolicy(control.TabIndex >= 0 ? Qt::StrongFocus : Qt::NoFocus);
-    widget_.setAttribute(Qt::WA_NoMousePropagation); // a click on a control is none on what lies behind it
+    widget_.setAttribute(Qt::WA_NoMousePropagation); // a click on a control is none on what it covers
 }
 
 void QtControl::Sync(bool shown) {
@@ -99,7 +99,7 @@ protected:
     }
 };
 
-// Lines and outlines; the mouse goes through them.
+// Lines and outlines; they let the mouse through.
 class Drawing : public QWidget {
 public:
     Drawing(const Control& control, QWidget& parent) : QWidget(&parent), line_(control.Kind == ControlKind::Line) {

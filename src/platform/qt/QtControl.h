@@ -33,7 +33,7 @@ public:
     const std::string& CaptionAt(std::int64_t time) const { return caption_.At(time); }
     // The pop-up of a grid opens at its selected row.
     virtual void OpenMenu() {}
-    // The model's control goes; from now on it is not read any more.
+    // The model's control is given up; from now on it is not read any more.
     virtual void Detach() {}
 
 protected:
@@ -47,7 +47,7 @@ protected:
     virtual void ShowCaption() {}
     virtual void ShowColors() const;
 
-    // The colours that stand for ControlDefault.
+    // The colours that ControlDefault means.
     virtual ColorRole DefaultBackColor() const { return ColorRole::ButtonFace; }
 
 private:

@@ -13,7 +13,7 @@
 
 #include <cmath>
 
-// The resources stand in a library, from which only what is asked for is linked; the macro works in no namespace.
+// The resources are in a library, from which only what is asked for is linked; the macro works in no namespace.
 static void LinkArtwork() { Q_INIT_RESOURCE(artwork); }
 
 namespace tarnwick {

@@ -18,7 +18,7 @@ namespace tarnwick {
 
 void UseClassicLook(QApplication& application);
 
-// `fallback` is the role that stands in for ControlDefault.
+// `fallback` is the role that ControlDefault means.
 QColor ColorOf(const Color& color, ColorRole fallback);
 QFont FontOf(const Font& font);
 

@@ -33,7 +33,7 @@ bool QtPump::PumpEvents() {
 // system: within a handler it is asked about every millisecond.
 bool QtPump::IsQtDue() const { return Idle() || clock_.elapsed() > qtAskedAt_; }
 
-// Painting and the windows' bringing in line are no events that a caller waits for: the sleep goes on after them.
+// Painting and following the model are no events that a caller waits for: the sleep continues after them.
 bool QtPump::WaitForEvents() {
     if (ended_)
         return false;

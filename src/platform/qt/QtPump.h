@@ -89,7 +89,7 @@ private:
     Pace pace_;
 
     int handlers_ = 0;      // on the stack
-    bool pumping_ = false;  // Qt's events are being handled by a pump, which sees to the program's own itself
+    bool pumping_ = false;  // Qt's events are being handled by a pump, which handles the program's own itself
     bool woken_ = false;    // a sleep of WaitForEvents() has something to return for
     bool painting_ = false; // and nothing else, until some work is done
     bool syncing_ = false;

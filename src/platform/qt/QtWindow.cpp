@@ -22,7 +22,7 @@ namespace tarnwick {
 
 namespace {
 
-// A window type that stays out of the task bar, or the plain one that goes there.
+// A window type that stays out of the task bar, or the plain one that is in it.
 Qt::WindowFlags FlagsOf(const Window& window) {
     Qt::WindowFlags flags = Qt::CustomizeWindowHint | Qt::MSWindowsFixedSizeDialogHint;
     switch (window.Border) {

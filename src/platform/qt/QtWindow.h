@@ -28,7 +28,7 @@ public:
     // Brings the real window in line with the model.
     void Sync();
     void ShowInFront();
-    // The model's window goes: nothing of it is read or raised any more.
+    // The model's window is given up: nothing of it is read or raised any more.
     void Detach();
 
     // Hands what the user does to the model, which decides what follows.

@@ -9,8 +9,8 @@
 
 namespace tarnwick {
 
-// Windows on Qt Widgets. A QApplication must be there before and behind it; the windows of the model must be given up
-// (WindowSlot::DropAll) before it goes.
+// Windows on Qt Widgets. A QApplication must be there before and after it; the windows of the model must be given up
+// (WindowSlot::DropAll) before it is destroyed.
 class QtWindows : public WindowService {
 public:
     QtWindows(MessageLoop& loop, PosixSockets& sockets);

@@ -11,7 +11,7 @@ void SetAccessible(HWND__* window, const std::string& name, const std::string& d
 // Has screen readers speak the new texts that are announced for it.
 void SetAnnouncing(HWND__* window);
 void AnnounceText(HWND__* window);
-// Before the window goes: the system keeps what was set for it.
+// Before the window is destroyed: the system keeps what was set for it.
 void ForgetAccessible(HWND__* window);
 
 } // namespace tarnwick

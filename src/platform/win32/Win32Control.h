@@ -51,7 +51,7 @@ protected:
     };
     Win32Control(Win32Window& owner, Control& model, HWND__* parent, int number, const Type& type);
 
-    // The text, value, rows... as they stand in the model.
+    // The text, value, rows... as they are in the model.
     virtual void SyncContent() = 0;
     // What depends on the display beside place and font.
     virtual void Scale(int /*dots*/) {}

@@ -19,7 +19,7 @@ int ScaledPixels(int pixelsAt96, int dots);
 // Kept for the whole process; the fonts of a program are few.
 HFONT__* FontOf(const Font& font, int dots);
 
-// A colour as GDI takes it. `fallback` is the role that stands in for ControlDefault and for Transparent.
+// A colour as GDI takes it. `fallback` is the role that ControlDefault and Transparent mean.
 std::uint32_t ColorValue(const Color& color, ColorRole fallback);
 // That colour for a text on `back`. In a high contrast scheme the two may be of different pairs, and a text that can't
 // be read becomes black or white.

@@ -7,7 +7,7 @@
 
 namespace tarnwick {
 
-// Paints what lies behind the controls of a window: its colour, its edge, the lines and outlines of its table.
+// Paints the ground under the controls of a window: its colour, its edge, the lines and outlines of its table.
 void PaintGround(HDC__* surface, HWND__* real, const Window& window, int dots);
 
 // The controls as a screen reader shall go through them, which on this system is the order in which they lie over each

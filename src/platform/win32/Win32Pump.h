@@ -32,7 +32,7 @@ public:
     // often.
     void Changed();
     void SyncNow();
-    // What real windows tell meanwhile is only the echo of what is written into them.
+    // What real windows report meanwhile is only the echo of what is written into them.
     bool Syncing() const { return syncing_; }
 
     // Before a loop of the system's own.

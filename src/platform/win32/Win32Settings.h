@@ -9,7 +9,7 @@ namespace tarnwick {
 // Text values in the current user's registry, under Software\<application>\<section>.
 class Win32Settings final : public SettingsService {
 public:
-    // `root` is the key that stands in for Software.
+    // `root` is the key used in place of Software.
     explicit Win32Settings(std::string root = "Software") : root_(std::move(root)) {}
 
     std::string Read(const std::string& application, const std::string& section, const std::string& key,

@@ -31,7 +31,7 @@ public:
     std::int32_t LocalName(std::string& name) override;
 
 private:
-    // Who is told of a socket's events, and by which message; 0: nobody.
+    // Who gets a socket's events, and by which message; 0: nobody.
     struct Selection {
         WindowHandle Window = 0;
         std::uint32_t Message = 0;

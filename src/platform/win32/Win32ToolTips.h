@@ -19,7 +19,7 @@ public:
 private:
     void Set(HWND__* window, std::uintptr_t number, const tagRECT& place, const std::string& text);
 
-    HWND__* real_ = nullptr; // goes with the window that owns it
+    HWND__* real_ = nullptr; // destroyed with the window that owns it
 };
 
 } // namespace tarnwick

@@ -194,7 +194,7 @@ const Control* Win32Window::Focused() const {
     return control == nullptr ? nullptr : &control->Model();
 }
 
-// The focus goes where the program asks for it, and away from what the user can't reach any more.
+// The focus moves where the program asks for it, and away from what the user can't reach any more.
 void Win32Window::SyncFocus() {
     if (focusRevision_ != model_.FocusRevision) {
         focusRevision_ = model_.FocusRevision;

@@ -13,7 +13,7 @@ class Win32Windows final : public WindowService {
 public:
     explicit Win32Windows(ClockService& clock);
 
-    // The event loop of the program; returns behind End().
+    // The event loop of the program; returns after End().
     void Run();
     // The real window of a control that has been shown; nullptr when it has none.
     HWND__* RealOf(const Window& window, const Control& control) const;
