@@ -83,6 +83,7 @@ public:
     void ActOn(const Window& window, const Control& control) override {
         QAccessibleActionInterface* reader = Reader(window, control)->actionInterface();
         reader->doAction(reader->actionNames().first());
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall); // a reader does not wait for the handler
     }
     void Settle() override {
         QTest::qWait(static_cast<int>(Pace::Longest));

@@ -172,7 +172,7 @@ class Program:
 
     def text(self, window, part):
         """Waits for a text in one of the window's labels."""
-        wait(f'the text "{part}"', lambda: any(part in label.get_name() for label in self.all(window, "label")))
+        wait(f'the text "{part}"', lambda: any(part in label.get_name() for label in self.all(window)))
 
     def rows(self, window):
         """The texts of a grid's visible columns, row by row."""
@@ -203,12 +203,9 @@ class Program:
         if not self.wayland:
             self.click(node, left=left)
             return
-        if node.get_role_name() in ("check box", "radio button"):
-            node.get_component_iface().grab_focus()
-            self.key("space")
-            return
         action = node.get_action_iface()
-        action.do_action(next(i for i in range(action.get_n_actions()) if action.get_action_name(i) == "Press"))
+        names = [action.get_action_name(i) for i in range(action.get_n_actions())]
+        action.do_action(next(i for i, name in enumerate(names) if name in ("Press", "Toggle")))
 
     def press(self, window, caption):
         button = self.find(window, "push button", caption)
@@ -226,9 +223,18 @@ class Program:
             self.click(node, left=7)
         wait(f'the tick of "{name}" to change', lambda: (name in self.ticked(window)) != was)
 
+    def focus(self, node):
+        """Tabs to a control."""
+        for _ in range(8):
+            if has(node, Atspi.StateType.FOCUSED):
+                return
+            self.key("Tab")
+            time.sleep(0.2)
+        raise Failure(f'no Tab leads to "{node.get_name()}"')
+
     def go_to(self, item, container, count):
         """Selects an item of a tree or a grid with the arrow keys."""
-        container.get_component_iface().grab_focus()
+        self.focus(container)
         self.key(*["Up"] * count)
         for _ in range(count):
             time.sleep(0.1)

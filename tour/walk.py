@@ -128,8 +128,7 @@ class Walk:
 
     def enter_check(self, picture=None):
         program = self.program
-        program.window(MAIN)
-        program.key("Return")
+        program.press(program.window(MAIN), "Go!")
         window = program.window(CHECK)
         if picture:
             self.album.take(picture)

@@ -100,7 +100,10 @@ public:
     }
     void doAction(const QString& name) override {
         if (name == pressAction() || name == toggleAction())
-            window_.PressForReader(button_);
+            // The reader waits for this call, and a handler may open a box and wait for its answer.
+            QMetaObject::invokeMethod(
+                &button_, [&window = window_, &button = button_] { window.PressForReader(button); },
+                Qt::QueuedConnection);
         else
             QAccessibleWidget::doAction(name);
     }
