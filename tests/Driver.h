@@ -112,6 +112,14 @@ protected:
         return cells;
     }
 
+    static std::vector<std::string> VisibleColumns(const Grid& grid) {
+        std::vector<std::string> headers;
+        for (const auto& column : grid.Columns())
+            if (column.Visible)
+                headers.push_back(column.Header);
+        return headers;
+    }
+
     // Selects a row and chooses an entry of its menu, by the entry's name.
     void Choose(Window& window, GridControl& grid, int row, const std::string& entry) {
         machine.Windows.Choices.push_back(entry);

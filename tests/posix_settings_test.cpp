@@ -50,6 +50,8 @@ TEST_F(PosixSettingsTest, EveryByteComesBackAndNobodyElseReadsIt) {
         everyByte += static_cast<char>(i);
     EXPECT_TRUE(Write("Key", everyByte));
     EXPECT_EQ(Read("Key"), everyByte);
+    EXPECT_TRUE(Write(" =[k];\t", "v"));
+    EXPECT_EQ(Read(" =[k];\t") + Read("k"), "v(default)");
     struct stat status = {};
     ASSERT_EQ(stat(file_.c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777U, 0600U);
@@ -57,7 +59,8 @@ TEST_F(PosixSettingsTest, EveryByteComesBackAndNobodyElseReadsIt) {
 
 TEST_F(PosixSettingsTest, HandEditedFileIsReadAndItsOtherLinesStay) {
     WriteFile(file_, "\xEF\xBB\xBF; mine\r\n[preferences]\r\n timeout = 30 \r\nProxyAddress=\"a "
-                     "b\"\r\nbroken\r\nPath=C:\\xyz\\x4\r\n\r\n[Other]\r\nA=1");
+                     "b\"\r\nbroken\r\nPath=C:\\xyz\\x4\r\n\r\n[Other]\r\nA=1\r\n[Hex]\r\nA=\\x4A\\x4a\\x4f\\x5F\\xag");
+    EXPECT_EQ(PosixSettings().Read("Tarnwick", "Hex", "A", ""), "JJO_\\xag");
     EXPECT_EQ(Read("Timeout"), "30");
     EXPECT_EQ(Read("ProxyAddress"), "a b");
     EXPECT_EQ(Read("Path"), "C:\\xyz\\x4");
@@ -67,7 +70,7 @@ TEST_F(PosixSettingsTest, HandEditedFileIsReadAndItsOtherLinesStay) {
     EXPECT_TRUE(Write("C", "3", "Third"));
     EXPECT_EQ(FileBytes(file_),
               "; mine\r\n[preferences]\r\nTimeout=5\nProxyAddress=\"a b\"\r\nbroken\r\nPath=C:\\xyz\\x4\r\nNew=n\n\r\n"
-              "[Other]\r\nA=1\nB=2\n[Third]\nC=3\n");
+              "[Other]\r\nA=1\r\nB=2\n[Hex]\r\nA=\\x4A\\x4a\\x4f\\x5F\\xag\n[Third]\nC=3\n");
 }
 
 TEST_F(PosixSettingsTest, FileThatCanNotBeReadGivesDefaultsAndIsNotReplaced) {

@@ -16,9 +16,9 @@ protected:
     PosixShellTest() {
         mkfifo((home_ / "started").c_str(), 0600);
         started_ = open((home_ / "started").c_str(), O_RDWR | O_CLOEXEC);
-        WriteFile(home_ / "bin/xdg-open",
-                  "#!/bin/sh\nprintf '%s\\n' \"$#\" \"$@\" \"$PWD\" \"$(ls /proc/self/fd | tr '\\n' ' ')\" . > '" +
-                      (home_ / "started") + "'\n");
+        WriteFile(home_ / "bin/xdg-open", "#!/bin/sh\nprintf '%s\\n' \"$#\" \"$@\" \"$PWD\" \"$(ls /proc/self/fd | tr "
+                                          "'\\n' ' ')\" \"$(readlink /proc/self/fd/2)\" . > '" +
+                                              (home_ / "started") + "'\n");
         chmod((home_ / "bin/xdg-open").c_str(), 0755);
         TemporaryHome::Set("PATH", (home_ / "bin") + ":" + path_);
     }
@@ -52,7 +52,7 @@ TEST_F(PosixShellTest, UrlIsOneArgumentAndNothingIsInherited) {
     for (const char* url : {"http://a/?x=1&y=$(touch gone);z='#`id`", "mailto:x@a"}) {
         PosixShell().OpenUrl(0, url);
         // Standard input, output and error, and the one that ls lists with.
-        EXPECT_EQ(Started(), "1\n" + std::string(url) + "\n" + folder + "\n0 1 2 3 \n.\n");
+        EXPECT_EQ(Started(), "1\n" + std::string(url) + "\n" + folder + "\n0 1 2 3 \n/dev/null\n.\n");
         EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a child is left to wait for";
     }
     std::filesystem::current_path(before);

@@ -119,6 +119,12 @@ TEST_F(ProbeTest, OnlyWhatCanBeAHostNameIsLookedUp) {
     EXPECT_EQ(machine.Sockets.LookedUp, names);
 }
 
+TEST_F(ProbeTest, NamesItsOwnHostAndOthers) {
+    EXPECT_EQ(Socket().SOCKET_GET_LOCALHOST(), "machine");
+    EXPECT_EQ(Socket().SOCKET_GET_REMOTEHOST("good.example"), "good.example");
+    EXPECT_EQ(Socket().SOCKET_GET_REMOTEHOST("nowhere.example"), "Unknown");
+}
+
 TEST_F(ProbeTest, ASocketBeyondSixteenBitsIsClosed) {
     machine.Sockets.NextNumber = 32767;
     Socket().SOCKET_CONNECT(Form2->Handle(), "good.example", 80, 0);

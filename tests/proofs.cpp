@@ -18,8 +18,8 @@
 #include <map>
 #include <random>
 #include <set>
-#include <thread>
 #include <sys/wait.h>
+#include <thread>
 
 namespace tarnwick::test {
 

@@ -22,10 +22,7 @@ protected:
 };
 
 TEST_F(ReportTest, TheMenuNamesTheSelectedRow) {
-    Strings columns;
-    for (const auto& column : Form5->Grid1.Columns())
-        columns.push_back(column.Visible ? column.Header : "");
-    EXPECT_EQ(columns, (Strings{"Name", "Folder", "URL", "Problem", ""}));
+    EXPECT_EQ(VisibleColumns(Form5->Grid1), (Strings{"Name", "Folder", "URL", "Problem"}));
     Form5->Raise(Form5->Grid1.MouseButton, 2, 0, 5, 5);
     EXPECT_TRUE(machine.Windows.Menus.empty()) << "no row, no menu";
     Form5->Grid1.SelectedRow = 2;

@@ -75,8 +75,10 @@ TEST_F(ShellTest, EveryReturnSelectsTheFirstChoice) {
     Click(Form3->Command1);
     EXPECT_FALSE(Form3.IsLoaded());
     EXPECT_FALSE(tarnwick::Favorites::EndOnMainClose);
-    Form7->Unload();
+    machine.Settings.Values["Timeout"] = "33";
+    CloseBox(*Form7);
     ASSERT_TRUE(Form3.IsLoaded() && Form3->IsVisible());
+    EXPECT_EQ(Preferences.Timeout, 33);
     EXPECT_TRUE(Form3->Option1.Value);
     EXPECT_TRUE(tarnwick::Favorites::EndOnMainClose);
     EXPECT_FALSE(machine.Windows.HasEnded());

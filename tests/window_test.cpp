@@ -1,6 +1,7 @@
 #include "Driver.h"
 
 #include "report/Form6.h"
+#include "window/Utf8.h"
 
 #include <cctype>
 #include <set>
@@ -52,6 +53,47 @@ TEST_F(WindowTest, AGridSortsRegardlessOfCaseAndKeepsItsSelection) {
     grid.ClearRows();
     shows("", "");
     grid.Sort(1);
+}
+
+// A front end looks at the revision alone.
+TEST_F(WindowTest, EveryChangeOfAGridOrATreeIsSeen) {
+    Grid grid;
+    const std::function<void()> changes[] = {[&] { grid.AddColumn("A", 10); },     [&] { grid.AddRow(); },
+                                             [&] { grid.SetCellText(1, 1, "x"); }, [&] { grid.Sort(1); },
+                                             [&] { grid.RemoveRow(1); },           [&] { grid.ClearRows(); }};
+    for (const auto& change : changes) {
+        const auto before = grid.Revision();
+        change();
+        EXPECT_NE(grid.Revision(), before);
+    }
+    Tree tree;
+    auto before = tree.Revision();
+    const std::function<void()> nodes[] = {[&] { tree.AddGroupNode("x"); }, [&] { tree.AddCheckNode(1, "y"); },
+                                           [&] { tree.FinishNodes(); }};
+    for (const auto& change : nodes) {
+        change();
+        EXPECT_NE(std::exchange(before, tree.Revision()), tree.Revision());
+    }
+}
+
+TEST_F(WindowTest, Utf8KeepsEveryCodeAtItsLengthsEnds) {
+    const std::pair<char32_t, std::string> codes[] = {{0x7F, "\x7F"},
+                                                      {0x80, "\xC2\x80"},
+                                                      {0x7FF, "\xDF\xBF"},
+                                                      {0x800, "\xE0\xA0\x80"},
+                                                      {0xFFFF, "\xEF\xBF\xBF"},
+                                                      {0x10000, "\xF0\x90\x80\x80"},
+                                                      {0x10FFFF, "\xF4\x8F\xBF\xBF"}};
+    for (const auto& [code, bytes] : codes) {
+        std::string text;
+        AppendUtf8(text, code);
+        EXPECT_EQ(text, bytes);
+        const Utf8Character read = DecodeUtf8(bytes, 0);
+        EXPECT_TRUE(read.Valid && read.Code == code && read.Bytes == bytes.size()) << bytes;
+    }
+    for (const char* bytes :
+         {"\xC1\xBF", "\xE0\x9F\xBF", "\xED\xA0\x80", "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80", "\xC2"})
+        EXPECT_FALSE(DecodeUtf8(bytes, 0).Valid);
 }
 
 TEST_F(WindowTest, ATreeLeavesOutWhatItCantCount) {
