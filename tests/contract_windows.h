@@ -5,6 +5,7 @@
 
 #include "Person.h"
 
+#include <chrono>
 #include <initializer_list>
 
 namespace tarnwick::test {
@@ -238,6 +239,24 @@ TEST_P(WindowContract, GivesMouseMovesToTheControlUnderTheMouse) {
     p.MoveMouse(w, 2700, 1000); // inside the frame, beside its controls
     p.MoveMouse(w, 300, 5500);
     EXPECT_EQ(Raised(), (Log{"label", "frame", "window"}));
+}
+
+TEST_P(WindowContract, OnlyPaintsWhileWorkIsUnderWay) {
+    Show();
+    w.Timer1.Tick = [&] { w.Log.push_back("tick"); };
+    w.Timer1.SetInterval(1);
+    w.Timer1.Enable();
+    p.Soon([&] { p.ActOn(w, w.Command1); });
+    w.Label1.Caption = "Connecting...";
+    const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(100);
+    const auto look = [&](std::int64_t) {
+        EXPECT_EQ(p.Text(w, w.Label1), "Connecting...");
+        return std::chrono::steady_clock::now() >= end;
+    };
+    services().Windows.PaintUntil(look, 1000);
+    EXPECT_EQ(Raised(), Log{});
+    while (w.Log.empty() || w.Log.back() != "tick")
+        services().Windows.WaitForEvents();
 }
 
 TEST_P(WindowContract, TicksInEveryLoopAndNotAfterTheEnd) {
