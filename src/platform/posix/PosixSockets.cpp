@@ -149,8 +149,11 @@ void PosixSockets::FinishConnect(SocketNumber number, Socket& socket) {
 
 // Data before the close: a reset, too, is reported only when nothing is left to read.
 void PosixSockets::TellArrival(SocketNumber number, Socket& socket) {
+    // The first bytes of a peer that is still there need no look.
+    const bool isSure =
+        !socket.Received && (socket.Seen & EPOLLIN) != 0 && (socket.Seen & (EPOLLRDHUP | EPOLLHUP | EPOLLERR)) == 0;
     char first = 0;
-    const ssize_t got = recv(number, &first, 1, MSG_PEEK | MSG_DONTWAIT);
+    const ssize_t got = isSure ? 1 : recv(number, &first, 1, MSG_PEEK | MSG_DONTWAIT);
     if (got > 0) {
         socket.ReadTold = true;
         Post(number, socket, EventRead, 0);
@@ -258,6 +261,7 @@ std::int32_t PosixSockets::Receive(SocketNumber socket, std::string& buffer) {
     const ssize_t got = recv(socket, buffer.data(), std::min<std::size_t>(buffer.size(), INT_MAX), 0);
     if (got < 0 && EndsConnection(errno))
         receiving->Error = errno;
+    receiving->Received = true;
     if (receiving->State != Phase::Connected || !std::exchange(receiving->ReadTold, false))
         return static_cast<std::int32_t>(got);
     // What came while the READ was open is reported now. Less than asked for is all that there was.

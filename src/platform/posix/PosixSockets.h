@@ -55,6 +55,7 @@ private:
         int Error = 0;            // errno that a call has met and that is still to be reported
         bool Watched = false;     // epoll knows the socket
         bool ReadTold = false;    // a READ that Receive() hasn't answered yet
+        bool Received = false;    // something has been read, or has been tried to
         std::uint32_t Seen = 0;   // what epoll has reported of it
         std::uint32_t Serial = 0; // sets it apart from an earlier one of the same number
     };
