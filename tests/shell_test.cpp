@@ -157,6 +157,7 @@ TEST_F(OptionsTest, EachBoxHasAKeyOfItsOwn) {
         EXPECT_EQ(machine.Settings.Values, stored);
         EXPECT_EQ(Preferences.Timeout, 5);
     }
+    EXPECT_EQ(machine.Settings.Places, std::set<std::string>{"Tarnwick/Preferences"});
     EXPECT_TRUE(machine.Windows.Messages.empty()) << "loading a ticked box warns nobody";
 }
 

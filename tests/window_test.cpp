@@ -1,6 +1,7 @@
 #include "Driver.h"
 
 #include "report/Form6.h"
+#include "window/Pace.h"
 #include "window/Utf8.h"
 
 #include <cctype>
@@ -58,8 +59,9 @@ TEST_F(WindowTest, AGridSortsRegardlessOfCaseAndKeepsItsSelection) {
 // A front end looks at the revision alone.
 TEST_F(WindowTest, EveryChangeOfAGridOrATreeIsSeen) {
     Grid grid;
-    const std::function<void()> changes[] = {[&] { grid.AddColumn("A", 10); },     [&] { grid.AddRow(); },
-                                             [&] { grid.SetCellText(1, 1, "x"); }, [&] { grid.Sort(1); },
+    grid.AddColumn("A", 10);
+    const std::function<void()> changes[] = {[&] { grid.AddColumn("B", 10); },     [&] { grid.AddRow(); },
+                                             [&] { grid.SetCellText(1, 1, "x"); }, [&] { grid.Sort(2); },
                                              [&] { grid.RemoveRow(1); },           [&] { grid.ClearRows(); }};
     for (const auto& change : changes) {
         const auto before = grid.Revision();
@@ -99,7 +101,7 @@ TEST_F(WindowTest, Utf8KeepsEveryCodeAtItsLengthsEnds) {
 TEST_F(WindowTest, ATreeLeavesOutWhatItCantCount) {
     Tree tree;
     for (int node = 0; node < 40000; ++node)
-        tree.AddCheckNode(0, "x");
+        node % 2 == 0 ? tree.AddCheckNode(0, "x") : tree.AddGroupNode("x");
     EXPECT_EQ(tree.Nodes().Count(), 32767);
 }
 
@@ -125,6 +127,21 @@ TEST_F(WindowTest, TimersTickOnceAPassAndRefuseSenselessIntervals) {
     timer.Enable(); // counts from zero
     machine.Windows.PumpEvents();
     EXPECT_EQ(ticks, 1);
+    timer.SetInterval(100); // and so does a new interval
+    machine.Clock.Advance(100);
+    machine.Windows.PumpEvents();
+    EXPECT_EQ(ticks, 2);
+}
+
+TEST_F(WindowTest, ThePaceFollowsTheCostOfDrawing) {
+    Pace pace;
+    for (const auto& [cost, wait] : {std::pair{0, 16}, {5, 50}, {100, 200}}) {
+        pace.Done(1000 - cost, 1000);
+        EXPECT_EQ(pace.Wait(1000), wait);
+        EXPECT_EQ(pace.Wait(1001 + wait), 0);
+    }
+    pace.Begin();
+    EXPECT_EQ(pace.Wait(1000), 0);
 }
 
 TEST_F(WindowTest, AWindowOutlivesTheHandlerThatUnloadsIt) {
@@ -144,6 +161,7 @@ TEST_F(WindowTest, EveryWindowIsWhole) {
     for (WindowSlot* slot : slots) {
         const Window& window = slot->Load();
         SCOPED_TRACE(window.Name);
+        EXPECT_EQ(window.Icon == "tarnwick.png", slot == &Form2 || slot == &Form4 || slot == &Form5 || slot == &Form7);
         EXPECT_TRUE(titles.insert(window.Title).second) << "two windows of one title";
         std::set<std::string> names;
         std::set<int> places;
