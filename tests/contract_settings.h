@@ -20,11 +20,9 @@ public:
     virtual Setting TooMuch() = 0;
 };
 
-struct SettingsPlatform {
-    std::unique_ptr<SettingsMachine> (*Make)();
-};
+std::unique_ptr<SettingsMachine> MakeSettingsMachine(); // of the program's own platform
 
-class SettingsContract : public testing::TestWithParam<SettingsPlatform> {
+class SettingsContract : public testing::Test {
 protected:
     std::string Read(const std::string& key, const std::string& section = "Preferences") {
         return machine->Settings().Read("Tarnwick", section, key, "(default)");
@@ -33,10 +31,10 @@ protected:
         return machine->Settings().Write("Tarnwick", section, settings);
     }
 
-    const std::unique_ptr<SettingsMachine> machine = GetParam().Make();
+    const std::unique_ptr<SettingsMachine> machine = MakeSettingsMachine();
 };
 
-TEST_P(SettingsContract, TextsComeBackAsTheyWere) {
+TEST_F(SettingsContract, TextsComeBackAsTheyWere) {
     EXPECT_EQ(Read("Key"), "(default)");
     for (const std::string value :
          {"5", "", " 5 ", "\t", "\"q\"", "'", "a=b", "; c", "[x]", "a\nb\r\nc", "\\x41", "\\", "Zoë Привет"}) {
@@ -47,7 +45,7 @@ TEST_P(SettingsContract, TextsComeBackAsTheyWere) {
     EXPECT_EQ(Read("Key").size(), 100000U);
 }
 
-TEST_P(SettingsContract, SectionsAndKeysStandApart) {
+TEST_F(SettingsContract, SectionsAndKeysStandApart) {
     EXPECT_TRUE(Write({{"Timeout", "10"}, {"ProxyPort", "8080"}}));
     EXPECT_TRUE(Write({{"Timeout", "20"}}, "Other"));
     EXPECT_TRUE(Write({{"timeout", "11"}}));
@@ -56,7 +54,7 @@ TEST_P(SettingsContract, SectionsAndKeysStandApart) {
     EXPECT_EQ(Read("TIMEOUT", "other"), "20");
 }
 
-TEST_P(SettingsContract, ASaveIsWholeOrNothing) {
+TEST_F(SettingsContract, ASaveIsWholeOrNothing) {
     ASSERT_TRUE(Write({{"A", "old"}, {"B", "old"}}));
     EXPECT_FALSE(Write({{"A", "new"}, {"C", "new"}, machine->TooMuch(), {"B", "new"}}));
     EXPECT_EQ(Read("A") + Read("B") + Read("C"), "oldold(default)");

@@ -29,74 +29,56 @@ private:
     PosixFiles files_;
 };
 
-INSTANTIATE_TEST_SUITE_P(Linux, FilesContract, testing::Values(FilesPlatform{[]() -> std::unique_ptr<FilesMachine> {
-                             return std::make_unique<LinuxFiles>();
-                         }}));
+} // namespace
 
-class PosixFilesTest : public testing::Test {
+std::unique_ptr<FilesMachine> MakeFilesMachine() { return std::make_unique<LinuxFiles>(); }
+
+namespace {
+
+class PosixFilesTest : public FilesContract {
 protected:
-    void MakeFile(const std::string& name) { machine_.MakeFile(name, "[InternetShortcut]\nURL=http://a/\n"); }
-    bool Remove(const std::string& name) { return machine_.Files().Remove(machine_.Path(name)); }
-    Names List(const std::string& folder) {
-        std::vector<ListedName> names;
-        machine_.Files().List(machine_.Path(folder), "", names);
-        Names texts;
-        for (const ListedName& name : names)
-            texts.push_back(name.Text);
-        return texts;
-    }
-
-    LinuxFiles machine_;
+    std::string Real(const std::string& name) { return dynamic_cast<LinuxFiles&>(*machine).Real(name); }
+    bool Remove(const std::string& name) { return files.Remove(machine->Path(name)); }
 };
 
 TEST_F(PosixFilesTest, WhatIsListedCanBeRemoved) {
-    WriteFile(machine_.Real("d") + "/no\\path.url", ""); // no path of the program can hold it
-    Names names = {"*.url", "?.url", "a*b", "\xFF.url"};
-    for (const std::string& name : names)
-        MakeFile("d\\" + name);
-    MakeFile("d\\other.url");
-    names.emplace_back("dangling.url");
-    machine_.Link("d\\dangling.url", "d\\missing.url", false);
-    EXPECT_EQ(machine_.Files().PlaceOf(machine_.Path("d\\dangling.url")).Folder, "");
-    for (const std::string& name : names)
-        EXPECT_TRUE(Remove("d\\" + name)) << name;
-    EXPECT_EQ(List("d"), Names{"other.url"});
+    WriteFile(Real("d") + "/no\\path.url", ""); // no path of the program can hold it
+    for (const char* name : {"*.url", "?.url", "a*b", "\xFF.url", "other.url"})
+        machine->MakeFile("d\\"s + name, "");
+    machine->Link("d\\dangling.url", "d\\missing.url", false);
+    EXPECT_EQ(files.PlaceOf(machine->Path("d\\dangling.url")).Folder, "");
+    for (const std::string& name : List("d"))
+        EXPECT_EQ(Remove("d\\" + name), true) << name;
+    EXPECT_EQ(List("d"), Names{});
 }
 
-TEST_F(PosixFilesTest, WhatIsNoFileIsNeitherReadNorRemoved) {
-    MakeFile("d\\x.url");
-    mkfifo(machine_.Real("d\\pipe.url").c_str(), 0600); // must not be waited for
-    std::filesystem::create_symlink("/dev/zero", machine_.Real("d\\zero.url"));
-    std::filesystem::create_symlink("loop.url", machine_.Real("d\\loop.url"));
+TEST_F(PosixFilesTest, WhatIsNoFileOrNotTheUsersIsNeitherReadNorRemoved) {
+    for (const char* name : {"closed\\x.url", "d\\secret.url"})
+        machine->MakeFile(name, "x");
+    mkfifo(Real("d\\pipe.url").c_str(), 0600); // must not be waited for
+    std::filesystem::create_symlink("/dev/zero", Real("d\\zero.url"));
+    std::filesystem::create_symlink("loop.url", Real("d\\loop.url"));
     std::string bytes;
     for (const char* name : {"pipe.url", "zero.url", "loop.url"})
-        EXPECT_FALSE(machine_.Files().Read(machine_.Path("d\\"s + name), 100, bytes)) << name;
+        EXPECT_FALSE(files.Read(machine->Path("d\\"s + name), 100, bytes)) << name;
     EXPECT_FALSE(Remove("d\\pipe.url"));
-}
+    EXPECT_EQ(List("closed"), Names{"x.url"});
 
-TEST_F(PosixFilesTest, WhatBelongsToSomebodyElseStaysClosed) {
+    for (const auto& [name, mode] : {std::pair{"", 0777}, {"d", 0777}, {"closed", 0}, {"d\\secret.url", 0600}})
+        chmod(Real(name).c_str(), static_cast<mode_t>(mode));
     if (geteuid() != 0)
         GTEST_SKIP() << "needs a second user";
-    for (const char* name : {"closed\\x.url", "d\\theirs.url", "d\\secret.url"})
-        MakeFile(name);
-    std::filesystem::permissions(machine_.Real(""), std::filesystem::perms::all);
-    chmod(machine_.Real("closed").c_str(), 0);
-    chmod(machine_.Real("d").c_str(), 0777);
-    chmod(machine_.Real("d\\secret.url").c_str(), 0);
-    EXPECT_EQ(List("closed"), Names{"x.url"});
-    EXPECT_EQ(InChild([this] {
-                  std::string bytes;
-                  return BecomeNobody() && List("closed").empty() && !Remove("d\\theirs.url") &&
-                                 !machine_.Files().Read(machine_.Path("d\\secret.url"), 9, bytes)
-                             ? 0
-                             : 1;
+    EXPECT_EQ(InChild([&] {
+                  std::vector<ListedName> names;
+                  const bool open = !BecomeNobody() || files.List(machine->Path("closed"), "", names) ||
+                                    Remove("d\\secret.url") || files.Read(machine->Path("d\\secret.url"), 9, bytes);
+                  return open ? 1 : 0;
               }),
               0);
-    EXPECT_EQ(List("d"), (Names{"secret.url", "theirs.url"}));
 }
 
 TEST_F(PosixFilesTest, FavoritesFolderFollowsUserDirs) {
-    const std::string home = machine_.Path("");
+    const std::string home = machine->Path("");
     const std::pair<const char*, std::string> rows[] = {
         {"", home + "Favorites"},
         {"XDG_FAVORITES_DIR=\"$HOME/My Links\"\n", home + "My Links"},
@@ -113,15 +95,15 @@ TEST_F(PosixFilesTest, FavoritesFolderFollowsUserDirs) {
         {"XDG_FAVORITES_DIR=\"", home + "Favorites"},
     };
     for (const auto& [userDirs, folder] : rows) {
-        machine_.MakeFile("config\\user-dirs.dirs", userDirs);
-        EXPECT_EQ(machine_.Files().FavoritesFolder(), folder) << userDirs;
+        machine->MakeFile("config\\user-dirs.dirs", userDirs);
+        EXPECT_EQ(files.FavoritesFolder(), folder) << userDirs;
     }
     TemporaryHome::Set("XDG_CONFIG_HOME", "config"); // relative: not looked at
-    machine_.MakeFile(".config\\user-dirs.dirs", "XDG_FAVORITES_DIR=\"$HOME/here\"\n");
-    EXPECT_EQ(machine_.Files().FavoritesFolder(), home + "here");
-    std::filesystem::remove(machine_.Real(".config\\user-dirs.dirs"));
-    mkfifo(machine_.Real(".config\\user-dirs.dirs").c_str(), 0600); // must not be waited for
-    EXPECT_EQ(machine_.Files().FavoritesFolder(), home + "Favorites");
+    machine->MakeFile(".config\\user-dirs.dirs", "XDG_FAVORITES_DIR=\"$HOME/here\"\n");
+    EXPECT_EQ(files.FavoritesFolder(), home + "here");
+    std::filesystem::remove(Real(".config\\user-dirs.dirs"));
+    mkfifo(Real(".config\\user-dirs.dirs").c_str(), 0600); // must not be waited for
+    EXPECT_EQ(files.FavoritesFolder(), home + "Favorites");
 }
 
 } // namespace

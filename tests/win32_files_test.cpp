@@ -65,9 +65,11 @@ private:
     std::vector<std::string> links_;
 };
 
-INSTANTIATE_TEST_SUITE_P(Windows, FilesContract, testing::Values(FilesPlatform{[]() -> std::unique_ptr<FilesMachine> {
-                             return std::make_unique<WindowsFiles>();
-                         }}));
+} // namespace
+
+std::unique_ptr<FilesMachine> MakeFilesMachine() { return std::make_unique<WindowsFiles>(); }
+
+namespace {
 
 TEST(Win32FilesTest, NamesAFolderForTheFavorites) {
     const std::string folder = Win32Files().FavoritesFolder();

@@ -16,9 +16,11 @@ private:
     std::optional<Win32Settings> settings_;
 };
 
-INSTANTIATE_TEST_SUITE_P(Windows, SettingsContract,
-                         testing::Values(SettingsPlatform{
-                             []() -> std::unique_ptr<SettingsMachine> { return std::make_unique<Registry>(); }}));
+} // namespace
+
+std::unique_ptr<SettingsMachine> MakeSettingsMachine() { return std::make_unique<Registry>(); }
+
+namespace {
 
 TEST(Win32SettingsTest, ValueThatIsNoTextReadsAsTheDefault) {
     Registry registry;
