@@ -1,4 +1,5 @@
 #include "platform/win32/Win32Platform.h"
+#include "platform/win32/Win32System.h"
 #include "shell/Form9.h"
 
 #include <windows.h>
@@ -6,6 +7,7 @@
 #include <objbase.h>
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
+    tarnwick::LoadFromSystemAlone();
     // The shell and the screen readers' interface want it.
     CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE);
     {

@@ -9,4 +9,11 @@ void* SystemAddress(const wchar_t* library, const char* function) {
     return loaded == nullptr ? nullptr : reinterpret_cast<void*>(GetProcAddress(loaded, function));
 }
 
+void LoadFromSystemAlone() {
+    using Function = BOOL(WINAPI*)(DWORD);
+    if (const auto limit = SystemFunction<Function>(L"kernel32.dll", "SetDefaultDllDirectories"))
+        limit(LOAD_LIBRARY_SEARCH_SYSTEM32);
+    SetDllDirectoryW(L"");
+}
+
 } // namespace tarnwick

@@ -12,4 +12,7 @@ template <class Function> Function SystemFunction(const wchar_t* library, const 
     return reinterpret_cast<Function>(SystemAddress(library, function));
 }
 
+// From now on nothing that is loaded comes from beside the program or from the current folder.
+void LoadFromSystemAlone();
+
 } // namespace tarnwick
