@@ -33,6 +33,18 @@ protected:
     }
 };
 
+TEST_F(PosixSocketsTest, WaitsAsLongAsItIsAskedAndForALookUpNoLonger) {
+    const std::int64_t start = machine.Clock.Now();
+    machine.Sockets.Wait(30);
+    EXPECT_GE(machine.Clock.Now() - start, 29);
+    const auto lookUp = machine.Sockets.LookUp("127.0.0.1");
+    EXPECT_TRUE(lookUp->Wait(60000));
+    EXPECT_LT(machine.Clock.Now() - start, 30000);
+    std::string name;
+    EXPECT_EQ(machine.Sockets.LocalName(name), 0);
+    EXPECT_FALSE(name.empty());
+}
+
 TEST_F(PosixSocketsTest, ResetThatACallMeetsFirstIsStillToldByTheClose) {
     for (const bool sends : {true, false}) {
         const SocketNumber number = StartConnected();

@@ -228,7 +228,7 @@ TEST_F(OptionsTest, WarnsEachTimeARiskyCategoryIsTicked) {
     EXPECT_TRUE(machine.Settings.Written.empty()) << "closed by its close box";
 }
 
-TEST_F(OptionsTest, TheLinkUnderlinesAndOpensTheMakersSite) {
+TEST_F(OptionsTest, TheLinkUnderlinesAndOpensTheMakersSiteAndAFieldTakesWhatFits) {
     InOptions([&] {
         for (const auto& leave : {Form1->MouseMove, Form1->Frame3.MouseMove, Form1->Command2.MouseMove}) {
             Form1->Raise(Form1->Label4.MouseMove);
@@ -236,6 +236,9 @@ TEST_F(OptionsTest, TheLinkUnderlinesAndOpensTheMakersSite) {
             Form1->Raise(leave);
             EXPECT_FALSE(Form1->Label4.Font.Underline);
         }
+        EXPECT_TRUE(Input(*Form1).Edit(Form1->Text1, "12"));
+        EXPECT_FALSE(Input(*Form1).Edit(Form1->Text1, "123"));
+        EXPECT_EQ(Form1->Text1.Text, "12");
         Click(Form1->Label4);
         EXPECT_TRUE(Form1.IsLoaded());
     });

@@ -144,6 +144,15 @@ TEST_F(WindowTest, ThePaceFollowsTheCostOfDrawing) {
     EXPECT_EQ(pace.Wait(1000), 0);
 }
 
+TEST_F(WindowTest, AnAccessKeyIsTheLetterAfterASingleMark) {
+    CommandButton button;
+    for (const auto& [caption, key] :
+         {std::pair{"&Go!", "G"}, {"A && &b", "B"}, {"&&c", ""}, {"none", ""}, {"last&", ""}}) {
+        button.Caption = caption;
+        EXPECT_EQ(AccessKeyOf(button), key) << caption;
+    }
+}
+
 TEST_F(WindowTest, AWindowOutlivesTheHandlerThatUnloadsIt) {
     Form9.Show();
     Form9Window& about = *Form9;
