@@ -13,8 +13,8 @@ struct Particular {
 };
 
 // Asks about the favorite of the grid's selected row and names its particulars. On Yes its file, named by the cell in
-// `fileColumn`, is deleted for good and the row is removed, whether or not the file could be deleted. Without a selected row
-// nothing happens.
+// `fileColumn`, is deleted for good and the row is removed, whether or not the file could be deleted. Without a
+// selected row nothing happens.
 void RemoveSelectedFavorite(Grid& grid, std::initializer_list<Particular> particulars, int fileColumn);
 
 } // namespace tarnwick

@@ -1,7 +1,7 @@
 #include "platform/win32/Win32Files.h"
 
-#include "window/Utf8.h"
 #include "platform/win32/Win32Text.h"
+#include "window/Utf8.h"
 
 #include <windows.h>
 
