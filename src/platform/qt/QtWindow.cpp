@@ -57,8 +57,7 @@ QtWindow::QtWindow(Window& window, QtPump& pump, const HeldKeys& heldKeys)
     setFixedSize(PixelsOf(window.ClientWidth), PixelsOf(window.ClientHeight));
     setMouseTracking(FollowsMouse(window));
     BuildControls();
-    connect(
-        &pump, &QtPump::Painted, this, [this] { HandleLateClose(); }, Qt::QueuedConnection);
+    connect(&pump, &QtPump::Painted, this, &QtWindow::HandleLateClose);
 }
 
 // The widgets go first: what they signal on their way out still finds the objects that listen.
@@ -270,7 +269,7 @@ void QtWindow::closeEvent(QCloseEvent* event) {
 // Asked for while no handler could run.
 void QtWindow::HandleLateClose() {
     if (std::exchange(closeAsked_, false))
-        close();
+        QCoreApplication::postEvent(this, new QCloseEvent);
 }
 
 // A key that no control has taken; a dialog of Qt's would close itself on Esc.
