@@ -18,7 +18,8 @@ void Listing(std::string_view input) {
     Require(found.empty() == (listing == 0), "a listing without a name is open, or the other way round");
     for (int count = 0; !found.empty(); found = Favorites::FindNext(listing)) {
         Require(++count <= 4, "a listing doesn't end");
-        Require(found.size() + 2 >= pattern.size(), "a name is shorter than the ending that it was asked for");
+        Require(found.size() + pattern.rfind('\\') + 2 >= pattern.size(),
+                "a name is shorter than the ending that it was asked for");
     }
     Favorites::FindEnd(listing);
     Require(listing <= 1, "a listing stays open");
