@@ -10,9 +10,21 @@ namespace tarnwick {
 HeldKeys::HeldKeys() { qApp->installEventFilter(this); }
 
 bool HeldKeys::IsRepeated(const QKeyEvent& press) const {
+    return press.isAutoRepeat() || (press.timestamp() == pressedAt_ && isRepeated_);
+}
+
+// A press comes by once for each object that it is handed to; all of them have the one time.
+void HeldKeys::NotePress(const QKeyEvent& press) {
     constexpr quint64 quickestFinger = 10; // ms
-    return press.isAutoRepeat() ||
-           (press.key() == released_ && releasedAt_ != 0 && press.timestamp() - releasedAt_ <= quickestFinger);
+    constexpr quint64 longestDelay = 1000; // ms, before a display repeats a key
+    const quint64 now = press.timestamp();
+    if (now == 0 || (now == pressedAt_ && press.key() == key_))
+        return;
+    isRepeated_ =
+        press.key() == key_ && (isDown_ ? now - pressedAt_ <= longestDelay : now - releasedAt_ <= quickestFinger);
+    key_ = press.key();
+    pressedAt_ = now;
+    isDown_ = true;
 }
 
 // Qt's boxes would be answered by the key that has called them.
@@ -21,10 +33,12 @@ bool HeldKeys::eventFilter(QObject* watched, QEvent* event) {
         return false;
     const auto& key = static_cast<const QKeyEvent&>(*event);
     if (key.type() == QEvent::KeyRelease) {
-        released_ = key.key();
+        key_ = key.key();
         releasedAt_ = key.timestamp();
+        isDown_ = false;
         return false;
     }
+    NotePress(key);
     const auto* widget = qobject_cast<const QWidget*>(watched);
     return widget != nullptr && qobject_cast<const QMessageBox*>(widget->window()) != nullptr && IsRepeated(key);
 }

@@ -21,7 +21,12 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    int released_ = 0; // the last key that came up
+    void NotePress(const QKeyEvent& press);
+
+    int key_ = 0;             // the last one that was pressed or released
+    bool isDown_ = false;     // no release of it has come: the display drops one while no window has the focus
+    bool isRepeated_ = false; // its last press was a repeat
+    quint64 pressedAt_ = 0;   // ms of the display
     quint64 releasedAt_ = 0;
 };
 
