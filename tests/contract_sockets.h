@@ -145,7 +145,7 @@ TYPED_TEST_P(SocketContract, APeerThatOnlyClosesOrResetsIsNoFailedConnection) {
     const SocketNumber closed = this->StartAccepted();
     this->machine.Hang();
     this->owner->ExpectLast({{closed, this->Connect, 0}, {closed, this->Write, 0}, {closed, this->Close, 0}});
-    const SocketNumber reset = this->StartConnected();
+    this->StartConnected();
     this->machine.Reset();
     const SocketOwner::Events last = this->owner->Next(1);
     ASSERT_EQ(last.size(), 1U);
