@@ -69,6 +69,11 @@ protected:
         p.Settle();
     }
     static void Pump() { services().Windows.PumpEvents(); }
+    static void Start(Timer& timer, int ms, std::function<void()> tick) {
+        timer.Tick = std::move(tick);
+        timer.SetInterval(ms);
+        timer.Enable();
+    }
     // What has been raised since the last call.
     Log Raised() { return std::exchange(w.Log, {}); }
     void Press(Key key, bool shift = false) { p.Type(w, {.Which = key, .Shift = shift}); }

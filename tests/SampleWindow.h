@@ -2,7 +2,6 @@
 
 #include "window/Layout.h"
 
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -12,21 +11,35 @@ namespace tarnwick {
 class SampleWindow : public Window {
 public:
     SampleWindow() {
-        Name = "Sample";
-        Title = "Sample";
-        ClientWidth = 6000;
-        ClientHeight = 6000;
-        Layout();
+        Name = Title = "Sample";
+        ClientWidth = ClientHeight = 6000;
+        Timers = {&Timer1, &Timer2};
+        ApplyLayout(*this, {{Shape1, "Shape1", nullptr, {0, 0, 6000, 6000}},
+                            {Label1, "Label1", nullptr, {0, 0, 1500, 210}},
+                            {Frame1, "Frame1", nullptr, {0, 300, 3000, 900}},
+                            {Label2, "Label2", &Frame1, {150, 300, 1500, 210}},
+                            {Text1, "Text1", &Frame1, {1650, 300, 600, 285}, "", 0},
+                            {Option1, "Option1", &Frame1, {0, 0, 900, 225}, "", 6},
+                            {Option2, "Option2", nullptr, {3000, 0, 900, 225}, "", 7},
+                            {Check1, "Check1", nullptr, {3000, 300, 900, 225}, "", 5},
+                            {Picture1, "Picture1", nullptr, {4500, 0, 1500, 1500}},
+                            {Line1, "Line1", nullptr, {0, 1305, 3000, 0}},
+                            {Grid1, "Grid1", nullptr, {0, 1500, 6000, 1500}, "", 3},
+                            {Tree1, "Tree1", nullptr, {0, 3000, 6000, 1500}, "", 4},
+                            {Frame2, "Frame2", nullptr, {0, 3000, 6000, 1500}, "", -1, false},
+                            {Command2, "Command2", nullptr, {0, 4800, 900, 375}, "&Two", 2},
+                            {Command1, "Command1", nullptr, {1500, 4800, 900, 375}, "&One", 1}});
+        Command1.Default = true;
+        Text1.MaxLength = 2;
+        Text1.AccessibleName = "Seconds";
+        Label2.AccessibleDescription = "Status";
         for (Control* control : Controls)
             control->Click = [this, control] { Log.push_back(control->Name); };
         Tree1.AddGroupNode("Heading");
         Tree1.AddCheckNode(1, "First", 0);
         Tree1.AddCheckNode(1, "Second", 1);
         Tree1.FinishNodes();
-        Tree1.Check = [this](int index, std::int32_t value) {
-            Log.push_back("Check " + std::to_string(index) + " " + std::to_string(value) + " " +
-                          std::to_string(Tree1.NodeCheck(index)));
-        };
+        Tree1.Check = [this](int node, int value) { Write("Check", 100 * node + 10 * value + Tree1.NodeCheck(node)); };
         Grid1.AddColumn("Name", 100);
         Grid1.AddColumn("Hidden", 100, false);
         Grid1.AddColumn("Folder", 100);
@@ -34,9 +47,8 @@ public:
             Grid1.AddRow();
             Grid1.SetCellText(Grid1.RowCount(), 1, name);
         }
-        Grid1.HeaderClick = [this](int column) { Log.push_back("Header " + std::to_string(column)); };
-        Grid1.MouseButton = [this](int button, int, int, int) { Log.push_back("Button " + std::to_string(button)); };
-        Timers = {&Timer1, &Timer2};
+        Grid1.HeaderClick = [this](int column) { Write("Header", column); };
+        Grid1.MouseButton = [this](int button, int, int, int) { Write("Button", button); };
     }
 
     Label Label1, Label2;
@@ -53,40 +65,10 @@ public:
     Timer Timer1, Timer2;
 
     std::vector<std::string> Log;
-    std::function<void()> Unloading;
 
 private:
-    void OnUnload() override {
-        if (Unloading)
-            Unloading();
-    }
-
-    void Layout() {
-        ApplyLayout(*this, {
-                               {Shape1, "Shape1", nullptr, {0, 0, 6000, 6000}},
-                               {Label1, "Label1", nullptr, {0, 0, 1500, 210}},
-                               {Frame1, "Frame1", nullptr, {0, 300, 3000, 900}},
-                               {Label2, "Label2", &Frame1, {150, 300, 1500, 210}},
-                               {Text1, "Text1", &Frame1, {1650, 300, 600, 285}, "", 0},
-                               {Option1, "Option1", &Frame1, {0, 0, 900, 225}, "", 6},
-                               {Option2, "Option2", nullptr, {3000, 0, 900, 225}, "", 7},
-                               {Check1, "Check1", nullptr, {3000, 300, 900, 225}, "", 5},
-                               {Picture1, "Picture1", nullptr, {4500, 0, 1500, 1500}},
-                               {Line1, "Line1", nullptr, {0, 1305, 3000, 0}},
-                               {Grid1, "Grid1", nullptr, {0, 1500, 6000, 1500}, "", 3},
-                               {Tree1, "Tree1", nullptr, {0, 3000, 6000, 1500}, "", 4},
-                               {Frame2, "Frame2", nullptr, {0, 3000, 6000, 1500}},
-                               {Command2, "Command2", nullptr, {0, 4800, 900, 375}, "&Two", 2},
-                               {Command1, "Command1", nullptr, {1500, 4800, 900, 375}, "&One", 1},
-                           });
-        Frame2.Visible = false;
-        Command1.Default = true;
-        Text1.MaxLength = 2;
-        Text1.AccessibleName = "Seconds";
-        Grid1.AccessibleName = "Rows";
-        Tree1.AccessibleName = "Folders";
-        Label2.AccessibleDescription = "Status";
-    }
+    void OnUnload() override { Log.push_back("unload"); }
+    void Write(const std::string& event, int number) { Log.push_back(event + " " + std::to_string(number)); }
 };
 
 } // namespace tarnwick

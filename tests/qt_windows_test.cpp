@@ -26,11 +26,6 @@ protected:
     std::string Read(const Control& control, QAccessible::Text what = QAccessible::Name) const {
         return QtPerson::Reader(window, control)->text(what).toStdString();
     }
-    static void Start(Timer& timer, int ms, std::function<void()> tick) {
-        timer.Tick = std::move(tick);
-        timer.SetInterval(ms);
-        timer.Enable();
-    }
     static void ShowBox() { ShowMessage("box", "box", MessageIcon::Information, MessageButtons::Ok); }
     static void LeaveBox() { QApplication::activeModalWidget()->close(); }
 

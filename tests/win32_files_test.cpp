@@ -2,6 +2,7 @@
 #include "win32_support.h"
 
 #include <algorithm>
+#include <fstream>
 
 namespace tarnwick::test {
 namespace {

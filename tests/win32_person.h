@@ -61,14 +61,16 @@ public:
     void Type(const Window& window, const KeyPress& key) override {
         const HWND target = GetFocus() == nullptr ? WindowOf(window.Handle()) : GetFocus();
         const LPARAM flags = 1 | (key.Repeated ? LPARAM{1} << 30 : 0) | (key.Alt ? LPARAM{1} << 29 : 0);
+        constexpr WPARAM codes[] = {VK_TAB, VK_RETURN, VK_SPACE, VK_LEFT, VK_RIGHT, VK_UP, VK_DOWN, VK_APPS, VK_SPACE};
+        const WPARAM code = codes[static_cast<std::size_t>(key.Which)];
         BYTE keys[256] = {};
         keys[VK_SHIFT] = key.Shift ? 0x80 : 0;
         SetKeyboardState(keys);
         if (key.Which == Key::Letter && key.Letter != " ") {
             PostMessageW(target, key.Alt ? WM_SYSCHAR : WM_CHAR, WideOf(key.Letter).front(), flags);
         } else {
-            PostMessageW(target, WM_KEYDOWN, CodeOf(key), flags);
-            PostMessageW(target, WM_KEYUP, CodeOf(key), flags | (LPARAM{3} << 30));
+            PostMessageW(target, WM_KEYDOWN, code, flags);
+            PostMessageW(target, WM_KEYUP, code, flags | (LPARAM{3} << 30));
         }
         Settle();
         SetKeyboardState(std::fill_n(keys, 256, BYTE{0}) - 256);
@@ -115,7 +117,7 @@ public:
         return SendMessageW(Real(window, control), BM_GETCHECK, 0, 0) == BST_CHECKED;
     }
     bool IsTicked(const Window& window, const TreeControl& tree, int node) override {
-        return BoxOf(Real(window, tree), node) == 2;
+        return TreeView_GetCheckState(Real(window, tree), ItemOf(Real(window, tree), node)) == 1;
     }
     int SelectedRow(const Window& window, const GridControl& grid) override {
         return ListView_GetNextItem(Real(window, grid), -1, LVNI_SELECTED) + 1;
@@ -137,10 +139,6 @@ public:
             item = TreeView_GetNextVisible(tree, item);
         return item;
     }
-    // 0 none, 1 an empty box, 2 a ticked one.
-    static UINT BoxOf(HWND tree, int node) {
-        return TreeView_GetItemState(tree, ItemOf(tree, node), TVIS_STATEIMAGEMASK) >> 12;
-    }
 
     Win32Machine Machine;
 
@@ -157,28 +155,6 @@ private:
         RECT place;
         ListView_GetItemRect(Real(window, grid), row > 0 ? row - 1 : grid.RowCount() - 1, &place, LVIR_BOUNDS);
         ClickAt(Real(window, grid), place.left + 5, row > 0 ? place.top + 5 : place.bottom + 10, down);
-    }
-    static WPARAM CodeOf(const KeyPress& key) {
-        switch (key.Which) {
-        case Key::Tab:
-            return VK_TAB;
-        case Key::Enter:
-            return VK_RETURN;
-        case Key::Left:
-            return VK_LEFT;
-        case Key::Right:
-            return VK_RIGHT;
-        case Key::Up:
-            return VK_UP;
-        case Key::Down:
-            return VK_DOWN;
-        case Key::Menu:
-            return VK_APPS;
-        case Key::Space:
-        case Key::Letter:
-            break;
-        }
-        return VK_SPACE;
     }
 };
 

@@ -12,8 +12,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <functional>
 #include <string>
 
 namespace tarnwick::test {
@@ -37,30 +35,12 @@ public:
     // The path of a name in it, in UTF-8 as the program has it.
     std::string operator/(const std::string& name) const { return NarrowOf(path_.wstring()) + "\\" + name; }
 
-    std::string MakeFile(const std::string& name, const std::string& bytes = "x") const {
-        const std::filesystem::path file = WideOf(*this / name);
-        std::filesystem::create_directories(file.parent_path());
-        std::ofstream(file, std::ios::binary) << bytes;
-        return *this / name;
-    }
-    bool Has(const std::string& name) const { return std::filesystem::exists(WideOf(*this / name)); }
-
 private:
     std::filesystem::path path_;
 };
 
 // A machine with real windows and sockets, whose files and settings live in memory.
 struct Win32Machine {
-    // Pumps until `done`, or fails.
-    void PumpUntil(const std::function<bool()>& done, std::int64_t ms = 20000) {
-        const std::int64_t end = Clock.Now() + ms;
-        while (!done()) {
-            ASSERT_LT(Clock.Now(), end) << "waited in vain";
-            Windows.PumpEvents();
-            Sleep(1);
-        }
-    }
-
     SteadyClock Clock;
     MemoryFavorites Favorites;
     MemorySettings Settings;

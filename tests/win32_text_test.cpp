@@ -11,10 +11,5 @@ TEST(Win32TextTest, UpperCaseOfTheSystemsCodePage) {
     EXPECT_EQ(text.Upper(""), "");
 }
 
-TEST(Win32TextTest, ShownTextsAreData) {
-    EXPECT_EQ(LiteralCaption("R&D <b>\t&&\r\nx"), L"R&&D <b> &&&& x");
-    EXPECT_EQ(SingleLineOf("\xC2\xA9 one\r\ntwo"), L"\u00A9 one two");
-}
-
 } // namespace
 } // namespace tarnwick::test

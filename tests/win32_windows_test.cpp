@@ -9,21 +9,14 @@ INSTANTIATE_TEST_SUITE_P(Win32, WindowContract, ::testing::Values(&Make<Win32Per
 
 namespace {
 
-class Win32WindowsTest : public ::testing::Test {
+class Win32WindowsTest : public WindowFixture {
 protected:
-    void Show() {
-        Sample.Show();
-        person.Settle();
-    }
-    HWND Form() { return WindowOf(Sample->Handle()); }
-    HWND Real(const Control& control) { return person.Real(*Sample, control); }
-    // As the control itself would report it.
-    void Notify(HWND from, UINT code, NMHDR& notice) {
-        notice = {from, static_cast<UINT_PTR>(GetDlgCtrlID(from)), code};
-        SendMessageW(GetParent(from), WM_NOTIFY, notice.idFrom, reinterpret_cast<LPARAM>(&notice));
-    }
-    // Where the tool tip of a part of `of` shows.
-    static RECT ToolTipPlace(HWND of) {
+    Win32WindowsTest() : WindowFixture(Make<Win32Person>()) {}
+
+    HWND Form() { return WindowOf(w.Handle()); }
+    HWND Real(const Control& control) { return person.Real(w, control); }
+    // The width of the part of `of` that shows a tool tip.
+    static LONG ToolTipWidth(HWND of) {
         static TTTOOLINFOW tool;
         tool = {};
         tool.cbSize = sizeof tool;
@@ -37,60 +30,57 @@ protected:
                 return TRUE;
             },
             reinterpret_cast<LPARAM>(of));
-        return tool.rect;
+        return tool.rect.right;
     }
 
-    WindowObject<SampleWindow> Sample; // outlives the person, at whose end its window is given up
-    Win32Person person;
+    Win32Person& person = static_cast<Win32Person&>(p);
+    WindowService& windows = person.Machine.Windows;
 };
 
 TEST_F(Win32WindowsTest, ShowsDataAsPlainTextInPlace) {
-    const std::string markup = "<b>R&D</b>\t&x";
-    Sample->Label1.Caption = Sample->Frame1.Caption = Sample->Title = markup;
-    Sample->Grid1.SetCellText(1, 1, markup);
-    Sample->Grid1.SetCellText(1, 3, std::string(5000, 'x'));
+    w.Frame1.Caption = "<b>R&D</b>\t&x\r\n\xC2\xA9";
+    w.Grid1.SetCellText(1, 1, w.Frame1.Caption);
+    w.Grid1.SetCellText(1, 3, std::string(5000, 'x'));
     for (int i = 0; i < 1000000; ++i)
-        Sample->Grid1.AddRow(); // no more work than a few
+        w.Grid1.AddRow(); // no more work than a few
     Show();
-    EXPECT_NE(GetWindowLongW(Real(Sample->Label1), GWL_STYLE) & SS_NOPREFIX, 0);
-    EXPECT_EQ(person.TextOf(Real(Sample->Frame1)), "<b>R&&D</b> &&x");
+    EXPECT_NE(GetWindowLongW(Real(w.Label1), GWL_STYLE) & SS_NOPREFIX, 0);
+    EXPECT_EQ(person.TextOf(Real(w.Frame1)), "<b>R&&D</b> &&x \xC2\xA9");
     wchar_t text[100] = {};
-    ListView_GetItemText(Real(Sample->Grid1), 0, 0, text, 100);
-    EXPECT_EQ(std::wstring(text), L"<b>R&D</b> &x");
-    ListView_GetItemText(Real(Sample->Grid1), 0, 1, text, 100);
+    ListView_GetItemText(Real(w.Grid1), 0, 0, text, 100);
+    EXPECT_EQ(std::wstring(text), L"<b>R&D</b> &x \u00A9");
+    ListView_GetItemText(Real(w.Grid1), 0, 1, text, 100);
     EXPECT_EQ(std::wstring(text), std::wstring(99, L'x'));
     RECT client;
     GetClientRect(Form(), &client);
     EXPECT_EQ(client.right, PixelsOf(6000, DotsOf(Form())));
-    EXPECT_EQ(GetParent(Real(Sample->Text1)), Real(Sample->Frame1));
+    EXPECT_EQ(GetParent(Real(w.Text1)), Real(w.Frame1));
 }
 
 // A screen reader changes the item, without a click or a key.
 TEST_F(Win32WindowsTest, SeesATickThatNoClickHasMade) {
     Show();
-    const HWND tree = Real(Sample->Tree1);
+    const HWND tree = Real(w.Tree1);
     for (const int node : {1, 2}) {
         TreeView_SetItemState(tree, person.ItemOf(tree, node), INDEXTOSTATEIMAGEMASK(2), TVIS_STATEIMAGEMASK);
-        NMTVITEMCHANGE change = {};
-        change.lParam = node;
-        Notify(tree, static_cast<UINT>(TVN_ITEMCHANGEDW), change.hdr); // Wine doesn't
+        const auto number = static_cast<UINT_PTR>(GetDlgCtrlID(tree));
+        NMTVITEMCHANGE change = {{tree, number, static_cast<UINT>(TVN_ITEMCHANGEDW)}, 0, nullptr, 0, 0, node};
+        SendMessageW(Form(), WM_NOTIFY, number, reinterpret_cast<LPARAM>(&change)); // Wine doesn't
     }
-    person.Settle();
-    EXPECT_EQ(Sample->Log, Log{"Check 2 1 1"});
-    EXPECT_EQ(person.BoxOf(tree, 1), 0U) << "a heading has no box";
+    p.Settle();
+    EXPECT_EQ(w.Log, Log{"Check 211"});
+    EXPECT_EQ(TreeView_GetCheckState(tree, person.ItemOf(tree, 1)), UINT(-1)) << "a heading has no box";
 }
 
 // Themed buttons have their parent paint behind them.
 TEST_F(Win32WindowsTest, PaintsItsGroundWhereItIsAsked) {
-    Sample->BackColor = Color::Rgb(1, 2, 3);
-    Sample->Frame1.BackColor = Color::Rgb(4, 5, 6);
+    w.BackColor = Color::Rgb(1, 2, 3);
+    w.Frame1.BackColor = Color::Rgb(4, 5, 6);
     Show();
     const HDC surface = CreateCompatibleDC(nullptr);
-    BITMAPINFO form = {};
-    form.bmiHeader = {sizeof form.bmiHeader, 100, 100, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-    const HBITMAP bitmap = CreateDIBSection(surface, &form, DIB_RGB_COLORS, nullptr, nullptr, 0);
+    const HBITMAP bitmap = CreateBitmap(100, 100, 1, 32, nullptr);
     SelectObject(surface, bitmap);
-    for (const auto& [asked, color] : {std::pair(Form(), RGB(1, 2, 3)), std::pair(Real(Sample->Frame1), RGB(4, 5, 6))})
+    for (const auto& [asked, color] : {std::pair(Form(), RGB(1, 2, 3)), std::pair(Real(w.Frame1), RGB(4, 5, 6))})
         for (const UINT message : {WM_ERASEBKGND, WM_PRINTCLIENT}) {
             PatBlt(surface, 0, 0, 100, 100, WHITENESS);
             SendMessageW(asked, message, reinterpret_cast<WPARAM>(surface), PRF_CLIENT);
@@ -101,22 +91,22 @@ TEST_F(Win32WindowsTest, PaintsItsGroundWhereItIsAsked) {
 }
 
 TEST_F(Win32WindowsTest, FollowsScaleAndColours) {
-    Sample->Label1.ToolTip = "tip";
+    w.Label1.ToolTip = "tip";
     Show();
     const int dots = DotsOf(Form());
     RECT place;
     GetWindowRect(Form(), &place);
     SendMessageW(Form(), WM_DPICHANGED, MAKEWPARAM(dots * 2, dots * 2), reinterpret_cast<LPARAM>(&place));
-    GetClientRect(Real(Sample->Text1), &place);
+    GetClientRect(Real(w.Text1), &place);
     EXPECT_GE(place.right, PixelsOf(600, dots) * 2 - 4);
     LOGFONTW font;
-    GetObjectW(reinterpret_cast<HFONT>(SendMessageW(Real(Sample->Label1), WM_GETFONT, 0, 0)), sizeof font, &font);
+    GetObjectW(reinterpret_cast<HFONT>(SendMessageW(Real(w.Label1), WM_GETFONT, 0, 0)), sizeof font, &font);
     EXPECT_EQ(font.lfHeight, -22);
-    EXPECT_EQ(ListView_GetColumnWidth(Real(Sample->Grid1), 0), 200);
-    EXPECT_EQ(ToolTipPlace(Form()).right, PixelsOf(1500, dots) * 2);
+    EXPECT_EQ(ListView_GetColumnWidth(Real(w.Grid1), 0), 200);
+    EXPECT_EQ(ToolTipWidth(Form()), PixelsOf(1500, dots) * 2);
     int width = 0;
     int height = 0;
-    ImageList_GetIconSize(TreeView_GetImageList(Real(Sample->Tree1), TVSIL_STATE), &width, &height);
+    ImageList_GetIconSize(TreeView_GetImageList(Real(w.Tree1), TVSIL_STATE), &width, &height);
     EXPECT_EQ(height, 32);
 
     int role = COLOR_BTNTEXT;
@@ -124,19 +114,19 @@ TEST_F(Win32WindowsTest, FollowsScaleAndColours) {
     for (const COLORREF color : {COLORREF{RGB(1, 2, 3)}, former}) {
         SetSysColors(1, &role, &color);
         SendMessageW(Form(), WM_SYSCOLORCHANGE, 0, 0);
-        EXPECT_EQ(TreeView_GetTextColor(Real(Sample->Tree1)), color);
+        EXPECT_EQ(TreeView_GetTextColor(Real(w.Tree1)), color);
     }
 }
 
 TEST_F(Win32WindowsTest, ShowsTheWholeTextOfACutCellAsItsToolTip) {
-    Sample->Grid1.SetCellText(1, 1, std::string(200, 'x'));
+    w.Grid1.SetCellText(1, 1, std::string(200, 'x'));
     Show();
-    const HWND grid = Real(Sample->Grid1);
+    const HWND grid = Real(w.Grid1);
     for (const int row : {0, 1}) {
         RECT place;
         ListView_GetItemRect(grid, row, &place, LVIR_BOUNDS);
         SendMessageW(grid, WM_MOUSEMOVE, 0, MAKELPARAM(place.left + 30, place.top + 5));
-        EXPECT_EQ(ToolTipPlace(grid).right, row == 0 ? 100 : 0);
+        EXPECT_EQ(ToolTipWidth(grid), row == 0 ? 100 : 0);
     }
 }
 
@@ -145,7 +135,7 @@ TEST_F(Win32WindowsTest, ReadsInTheTabOrder) {
     Show();
     std::string order;
     for (HWND child = GetTopWindow(Form()); child != nullptr; child = GetWindow(child, GW_HWNDNEXT))
-        for (const Control* control : Sample->Controls)
+        for (const Control* control : w.Controls)
             if (Real(*control) == child)
                 order += control->Name + " ";
     EXPECT_EQ(order, "Label1 Frame1 Command1 Command2 Grid1 Picture1 Frame2 Tree1 Check1 Option2 ");
@@ -160,9 +150,9 @@ TEST_F(Win32WindowsTest, TrustsNoWindowThatIsNotItsOwn) {
         SendMessageW(Form(), message, 0, reinterpret_cast<LPARAM>(other));
     SendMessageW(Form(), WM_APP, reinterpret_cast<WPARAM>(other), 1);
     for (const LPARAM what : {LPARAM{-1}, LPARAM{0}, LPARAM{4}, LPARAM{1} << 40})
-        SendMessageW(Form(), WM_APP, reinterpret_cast<WPARAM>(Real(Sample->Tree1)), what);
+        SendMessageW(Form(), WM_APP, reinterpret_cast<WPARAM>(Real(w.Tree1)), what);
     DestroyWindow(other);
-    EXPECT_EQ(Sample->Log, Log{});
+    EXPECT_EQ(w.Log, Log{});
 }
 
 TEST_F(Win32WindowsTest, WindowsLeaveNothingBehind) {
@@ -174,7 +164,7 @@ TEST_F(Win32WindowsTest, WindowsLeaveNothingBehind) {
         Sample->Icon = "tarnwick.ico";
         Show();
         Sample.Unload();
-        person.Settle();
+        p.Settle();
         GetProcessHandleCount(GetCurrentProcess(), &counts[0]);
         counts[1] = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
         counts[2] = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
@@ -186,40 +176,38 @@ TEST_F(Win32WindowsTest, WindowsLeaveNothingBehind) {
 
 // A tick that opens a message box must not keep the other ticks, nor posted messages, waiting.
 TEST_F(Win32WindowsTest, TicksAndMessagesComeInTheSystemsLoops) {
-    static int messages;
-    messages = 0;
-    const PreviousProcedure own = person.Machine.Windows.InstallProcedure(
-        Sample->Handle(), [](WindowHandle, std::uint32_t message, std::int32_t, std::int32_t) {
+    static int messages = 0;
+    const PreviousProcedure own =
+        windows.InstallProcedure(w.Handle(), [](WindowHandle, std::uint32_t message, std::int32_t, std::int32_t) {
             messages += message == 1025 ? 1 : 0;
             return std::int32_t{0};
         });
     int ticks = 0;
-    Sample->Timer1.Tick = [&] {
+    Start(w.Timer1, 20, [&] {
         ++ticks;
         PostMessageW(Form(), 1025, 0, 0);
         if (ticks == 1)
             ShowMessage("box", "box", MessageIcon::Information, MessageButtons::Ok);
         else if (ticks == 4)
             PostMessageW(GetActiveWindow(), WM_COMMAND, IDOK, 0);
-    };
-    Sample->Timer1.SetInterval(20);
-    Sample->Timer1.Enable();
-    person.Machine.PumpUntil([&] { return ticks >= 4; });
+    });
+    while (ticks < 4)
+        windows.WaitForEvents();
     EXPECT_GE(messages, 3);
-    person.Machine.Windows.RestoreProcedure(Sample->Handle(), own);
+    windows.RestoreProcedure(w.Handle(), own);
 }
 
 TEST_F(Win32WindowsTest, ProcedureSeesMessagesAndPassesThemOnWhole) {
     static PreviousProcedure own;
-    own = person.Machine.Windows.InstallProcedure(
-        Sample->Handle(), [](WindowHandle window, std::uint32_t message, std::int32_t first, std::int32_t second) {
+    own = windows.InstallProcedure(
+        w.Handle(), [](WindowHandle window, std::uint32_t message, std::int32_t first, std::int32_t second) {
             return services().Windows.CallProcedure(own, window, message, first, second);
         });
     const auto whole = std::make_unique<std::wstring>(L"a text behind a pointer"); // a pointer of 64 bits
     SetWindowTextW(Form(), whole->c_str());
     for (int restored = 0; restored < 3; ++restored) {
         EXPECT_EQ(person.TextOf(Form()), "a text behind a pointer");
-        person.Machine.Windows.RestoreProcedure(Sample->Handle(), own);
+        windows.RestoreProcedure(w.Handle(), own);
     }
 }
 
