@@ -58,14 +58,14 @@ std::string MemoryFavorites::Real(const std::string& path) const {
 }
 
 bool MemoryFavorites::List(const std::string& folder, std::string_view ending, std::vector<ListedName>& names) {
-    const std::string real = Real(folder);
-    const auto found = folders_.find(real);
+    const auto found = folders_.find(Real(folder));
     if (found == folders_.end() || Fails("List"))
         return false;
     names.clear();
+    const std::string inside = found->first + "\\";
     for (const std::string& name : found->second)
         if (PlainText().Upper(name).ends_with(PlainText().Upper(ending)))
-            names.push_back({name, links_.contains(real + "\\" + name)});
+            names.push_back({name, links_.contains(inside + name)});
     std::ranges::sort(names, {}, [](const ListedName& name) { return PlainText().Upper(name.Text); });
     return true;
 }

@@ -101,9 +101,7 @@ public:
     void doAction(const QString& name) override {
         if (name == pressAction() || name == toggleAction())
             // The reader waits for this call, and a handler may open a box and wait for its answer.
-            QMetaObject::invokeMethod(
-                &button_, [&window = window_, &button = button_] { window.PressForReader(button); },
-                Qt::QueuedConnection);
+            QMetaObject::invokeMethod(&window_, "PressForReader", Qt::QueuedConnection, Q_ARG(QWidget*, &button_));
         else
             QAccessibleWidget::doAction(name);
     }

@@ -187,9 +187,9 @@ void QtWindow::PressAndClick(const QtControl& control) {
     });
 }
 
-void QtWindow::PressForReader(const QWidget& widget) {
+void QtWindow::PressForReader(QWidget* widget) {
     inputAt_.reset();
-    if (const QtControl* control = Find(&widget); control != nullptr)
+    if (const QtControl* control = Find(widget); control != nullptr)
         PressAndClick(*control);
 }
 

@@ -50,7 +50,7 @@ public:
     void Press(const QtControl& control);
     void Click(const QtControl& control);
     // Both in one.
-    void PressForReader(const QWidget& widget);
+    Q_INVOKABLE void PressForReader(QWidget* widget);
 
 signals:
     void Detached();

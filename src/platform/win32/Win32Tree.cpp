@@ -19,9 +19,10 @@ UINT StateOf(const Tree::Node& node) { return node.HasCheck ? (node.Check != 0 ?
 } // namespace
 
 Win32Tree::Win32Tree(Win32Window& owner, TreeControl& model, HWND__* parent, int number)
-    : Win32Control(
-          owner, model, parent, number,
-          {WC_TREEVIEWW, TVS_HASLINES | TVS_HASBUTTONS | TVS_DISABLEDRAGDROP | TVS_SHOWSELALWAYS, WS_EX_CLIENTEDGE}),
+    : Win32Control(owner, model, parent, number,
+                   {WC_TREEVIEWW,
+                    TVS_HASLINES | TVS_LINESATROOT | TVS_HASBUTTONS | TVS_DISABLEDRAGDROP | TVS_SHOWSELALWAYS,
+                    WS_EX_CLIENTEDGE}),
       tree_(model) {
     // The system takes this style only after the window has been made.
     SetWindowLongPtrW(Real(), GWL_STYLE, GetWindowLongPtrW(Real(), GWL_STYLE) | TVS_CHECKBOXES);
