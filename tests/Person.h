@@ -25,8 +25,8 @@ public:
     // Hands. A control gets the left button in its middle.
     virtual void PressOn(const Window& window, const Control& control) = 0;
     virtual void LetGo(const Window& window, const Control& control) = 0;
-    virtual void ClickRow(const Window& window, const GridControl& grid, int row) = 0; // 0: below the last one
-    virtual void RightClickRow(const Window& window, const GridControl& grid, int row) = 0;
+    // Row 0 is below the last one; the buttons are 1 and 2, the right one.
+    virtual void ClickRow(const Window& window, const GridControl& grid, int row, int button) = 0;
     virtual void ClickHeader(const Window& window, const GridControl& grid, int column) = 0;
     virtual void ClickNode(const Window& window, const TreeControl& tree, int node) = 0; // its check box
     virtual void MoveMouse(const Window& window, int x, int y) = 0;                      // twips
@@ -81,8 +81,7 @@ protected:
         p.Type(w, {.Letter = letter, .Alt = true, .Repeated = repeated});
     }
 
-    WindowObject<SampleWindow> Sample; // both outlive the person, at whose end their windows are given up
-    WindowObject<SampleWindow> Other;
+    WindowObject<SampleWindow> Sample, Other; // outlive the person, at whose end their windows are given up
     const std::unique_ptr<Person> person_;
     Person& p = *person_;
     const std::shared_ptr<SampleWindow> kept_ = std::static_pointer_cast<SampleWindow>(Sample->shared_from_this());

@@ -20,8 +20,8 @@ TEST_P(WindowContract, RaisesWhatAPersonDoes) {
     p.Click(w, w.Check1);
     p.ClickNode(w, w.Tree1, 2);
     p.ClickHeader(w, w.Grid1, 3);
-    p.ClickRow(w, w.Grid1, 2);
-    p.RightClickRow(w, w.Grid1, 3);
+    p.ClickRow(w, w.Grid1, 2, 1);
+    p.ClickRow(w, w.Grid1, 3, 2);
     EXPECT_EQ(Raised(), (Log{"Command2", "Check1", "Check 211", "Header 3", "Button 1", "Button 2"}));
     EXPECT_TRUE(w.Check1.Value == 1 && p.IsMarked(w, w.Check1));
     p.Click(w, w.Option2);
@@ -127,11 +127,11 @@ TEST_P(WindowContract, MovesTheFocusInTabOrder) {
 
 TEST_P(WindowContract, KeepsTheGridsSelectionWithItsRow) {
     Show();
-    p.ClickRow(w, w.Grid1, 1);
+    p.ClickRow(w, w.Grid1, 1, 1);
     w.Grid1.Sort(1);
     p.Settle();
     EXPECT_EQ(p.SelectedRow(w, w.Grid1), 3);
-    p.ClickRow(w, w.Grid1, 0);
+    p.ClickRow(w, w.Grid1, 0, 1);
     EXPECT_EQ(p.SelectedRow(w, w.Grid1), 3);
     EXPECT_EQ(w.Grid1.SelectedRow, 3);
     p.Type(w, {.Letter = "b"});
@@ -202,10 +202,9 @@ TEST_P(WindowContract, ClosesByItsCloseBoxUnlessItHasNone) {
 
 TEST_P(WindowContract, AnswersWhatThePersonAnswers) {
     Show();
-    const auto ask = [] { return ShowMessage("<b>?</b>", "T", MessageIcon::Question, MessageButtons::YesNo); };
     for (const MessageAnswer answer : {MessageAnswer::Yes, MessageAnswer::No}) {
         p.Answer(answer);
-        EXPECT_EQ(ask(), answer);
+        EXPECT_EQ(ShowMessage("<b>?</b>", "T", MessageIcon::Question, MessageButtons::YesNo), answer);
     }
     MenuEntry first{"first", "&First", false, true, [&] { w.Log.push_back("first"); }};
     MenuEntry grey{"grey", "Grey", false, false, [&] { w.Log.push_back("grey"); }};

@@ -21,15 +21,13 @@ public:
     void LetGo(const Window& window, const Control& control) override {
         With(window, [&](Input& input) { input.Release(&Mutable(control)); });
     }
-    void ClickRow(const Window& window, const GridControl& grid, int row) override {
+    void ClickRow(const Window& window, const GridControl& grid, int row, int button) override {
         TakeFocus(window, grid);
         With(window, [&](Input& input) {
-            input.Select(Mutable(grid), row);
-            input.PressGrid(Mutable(grid), 1, 0, 0, 0);
+            if (button == 1)
+                input.Select(Mutable(grid), row);
+            input.PressGrid(Mutable(grid), button, 0, 0, 0);
         });
-    }
-    void RightClickRow(const Window& window, const GridControl& grid, int /*row*/) override {
-        With(window, [&](Input& input) { input.PressGrid(Mutable(grid), 2, 0, 0, 0); });
     }
     void ClickHeader(const Window& window, const GridControl& grid, int column) override {
         With(window, [&](Input& input) { input.ClickHeader(Mutable(grid), column); });
@@ -48,9 +46,15 @@ public:
         if (effect.Press != nullptr)
             ActOn(window, *effect.Press);
         if (effect.OpenMenu != nullptr)
-            RightClickRow(window, *effect.OpenMenu, 0);
-        if (!effect.Handled && focused != nullptr && key.Which == Key::Letter && !key.Alt)
-            TypeInto(window, *focused, key.Letter);
+            ClickRow(window, *effect.OpenMenu, 0, 2);
+        if (effect.Handled || focused == nullptr || key.Which != Key::Letter || key.Alt)
+            return;
+        if (key.Letter == " " && focused->Kind == ControlKind::Tree)
+            ClickNode(window, static_cast<TreeControl&>(*focused), 2);
+        else if (focused->Kind == ControlKind::Grid)
+            With(window, [&](Input& input) { input.SelectByText(static_cast<GridControl&>(*focused), key.Letter); });
+        else if (key.Letter == " " && focused->Kind != ControlKind::TextBox)
+            ActOn(window, *focused);
     }
     void Close(const Window& window) override {
         With(window, [](Input& input) { input.Close(); });
@@ -88,8 +92,6 @@ public:
     }
     bool Reads(const Window& window, const Control& control) override { return IsShown(window, control); }
 
-    HeadlessPlatform& Machine() { return machine_; }
-
 private:
     template <class T> static T& Mutable(const T& control) { return const_cast<T&>(control); }
 
@@ -102,15 +104,6 @@ private:
     void TakeFocus(const Window& window, const Control& control) {
         if (window.TakesInput() && CanHaveFocus(window, control))
             machine_.Windows.SetFocus(window, &Mutable(control));
-    }
-
-    void TypeInto(const Window& window, Control& focused, const std::string& letter) {
-        if (letter == " " && focused.Kind == ControlKind::Tree)
-            ClickNode(window, static_cast<TreeControl&>(focused), 2);
-        else if (focused.Kind == ControlKind::Grid)
-            With(window, [&](Input& input) { input.SelectByText(static_cast<GridControl&>(focused), letter); });
-        else if (letter == " " && focused.Kind != ControlKind::TextBox)
-            ActOn(window, focused);
     }
 
     HeadlessPlatform machine_;

@@ -44,11 +44,8 @@ public:
     void LetGo(const Window& window, const Control& control) override {
         Mouse(QEvent::MouseButtonRelease, window, PlaceOf(control));
     }
-    void ClickRow(const Window& window, const GridControl& grid, int row) override {
-        ClickAt(window, RowPlace(window, grid, row), Qt::LeftButton);
-    }
-    void RightClickRow(const Window& window, const GridControl& grid, int row) override {
-        ClickAt(window, RowPlace(window, grid, row), Qt::RightButton);
+    void ClickRow(const Window& window, const GridControl& grid, int row, int button) override {
+        ClickAt(window, RowPlace(window, grid, row), button == 1 ? Qt::LeftButton : Qt::RightButton);
     }
     void ClickHeader(const Window& window, const GridControl& grid, int column) override {
         const QHeaderView& header = *Real<QTableView>(window, grid).horizontalHeader();

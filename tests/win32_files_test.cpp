@@ -2,22 +2,27 @@
 #include "win32_support.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
+#include <random>
 
 namespace tarnwick::test {
 namespace {
 
 class WindowsFiles : public FilesMachine {
 public:
+    WindowsFiles() { std::filesystem::create_directories(home_); }
     ~WindowsFiles() override {
         // The links alone go: Wine shows one as a folder, and a clean-up would walk through it.
         for (const std::string& link : links_)
             if (!RemoveDirectoryW(WideOf(link).c_str()))
                 Run("Z:\\bin\\rm -f \"" + link.substr(link.rfind('\\') + 1) + "\"", link.substr(0, link.rfind('\\')));
+        std::error_code ignored;
+        std::filesystem::remove_all(home_, ignored);
     }
 
     FileService& Files() override { return files_; }
-    std::string Path(const std::string& name) override { return home_ / name; }
+    std::string Path(const std::string& name) override { return NarrowOf(home_.wstring()) + "\\" + name; }
     void MakeFile(const std::string& name, const std::string& bytes) override {
         const std::wstring path = Long(name);
         std::filesystem::create_directories(std::filesystem::path(path).parent_path());
@@ -61,7 +66,8 @@ private:
         CloseHandle(process.hProcess);
     }
 
-    TemporaryFolder home_;
+    const std::filesystem::path home_ =
+        std::filesystem::temp_directory_path() / ("tarnwick-test-" + std::to_string(std::random_device()()));
     Win32Files files_;
     std::vector<std::string> links_;
 };

@@ -21,19 +21,20 @@ public:
     }
 
     void PressOn(const Window& window, const Control& control) override {
-        Mouse(WM_LBUTTONDOWN, Real(window, control), 5, 5);
+        Post(WM_LBUTTONDOWN, Real(window, control), 5, 5);
     }
     void LetGo(const Window& window, const Control& control) override {
         const HWND captor = GetCapture() == nullptr ? Real(window, control) : GetCapture();
         POINT place = {5, 5};
         MapWindowPoints(Real(window, control), captor, &place, 1);
-        Mouse(WM_LBUTTONUP, captor, place.x, place.y);
+        Post(WM_LBUTTONUP, captor, place.x, place.y);
     }
-    void ClickRow(const Window& window, const GridControl& grid, int row) override {
-        ClickGrid(window, grid, row, WM_LBUTTONDOWN);
-    }
-    void RightClickRow(const Window& window, const GridControl& grid, int row) override {
-        ClickGrid(window, grid, row, WM_RBUTTONDOWN);
+    void ClickRow(const Window& window, const GridControl& grid, int row, int button) override {
+        const HWND real = Real(window, grid);
+        RECT place;
+        ListView_GetItemRect(real, row > 0 ? row - 1 : grid.RowCount() - 1, &place, LVIR_BOUNDS);
+        ClickAt(real, place.left + 5, row > 0 ? place.top + 5 : place.bottom + 10,
+                button == 1 ? WM_LBUTTONDOWN : WM_RBUTTONDOWN);
     }
     void ClickHeader(const Window& window, const GridControl& grid, int column) override {
         int shown = 0;
@@ -56,7 +57,7 @@ public:
     }
     void MoveMouse(const Window& window, int x, int y) override {
         const HWND real = WindowOf(window.Handle());
-        Mouse(WM_MOUSEMOVE, real, PixelsOf(x, DotsOf(real)), PixelsOf(y, DotsOf(real)));
+        Post(WM_MOUSEMOVE, real, PixelsOf(x, DotsOf(real)), PixelsOf(y, DotsOf(real)));
     }
     void Type(const Window& window, const KeyPress& key) override {
         const HWND target = GetFocus() == nullptr ? WindowOf(window.Handle()) : GetFocus();
@@ -75,14 +76,8 @@ public:
         Settle();
         SetKeyboardState(std::fill_n(keys, 256, BYTE{0}) - 256);
     }
-    void Close(const Window& window) override {
-        PostMessageW(WindowOf(window.Handle()), WM_CLOSE, 0, 0);
-        Settle();
-    }
-    void ActOn(const Window& window, const Control& control) override {
-        PostMessageW(Real(window, control), BM_CLICK, 0, 0);
-        Settle();
-    }
+    void Close(const Window& window) override { Post(WM_CLOSE, WindowOf(window.Handle())); }
+    void ActOn(const Window& window, const Control& control) override { Post(BM_CLICK, Real(window, control)); }
     void Settle() override {
         for (int pass = 0; pass < 3; ++pass)
             services().Windows.PumpEvents();
@@ -143,18 +138,13 @@ public:
     Win32Machine Machine;
 
 private:
-    void Mouse(UINT message, HWND real, long x, long y) {
+    void Post(UINT message, HWND real, long x = 0, long y = 0) {
         PostMessageW(real, message, 0, MAKELPARAM(x, y));
         Settle();
     }
     void ClickAt(HWND real, long x, long y, UINT down = WM_LBUTTONDOWN) {
         PostMessageW(real, down, 0, MAKELPARAM(x, y));
-        Mouse(down + 1, real, x, y);
-    }
-    void ClickGrid(const Window& window, const GridControl& grid, int row, UINT down) {
-        RECT place;
-        ListView_GetItemRect(Real(window, grid), row > 0 ? row - 1 : grid.RowCount() - 1, &place, LVIR_BOUNDS);
-        ClickAt(Real(window, grid), place.left + 5, row > 0 ? place.top + 5 : place.bottom + 10, down);
+        Post(down + 1, real, x, y);
     }
 };
 

@@ -37,7 +37,7 @@ protected:
     WindowService& windows = person.Machine.Windows;
 };
 
-TEST_F(Win32WindowsTest, ShowsDataAsPlainTextInPlace) {
+TEST_F(Win32WindowsTest, ShowsDataAsPlainTextAndACutCellWholeAsItsToolTip) {
     w.Frame1.Caption = "<b>R&D</b>\t&x\r\n\xC2\xA9";
     w.Grid1.SetCellText(1, 1, w.Frame1.Caption);
     w.Grid1.SetCellText(1, 3, std::string(5000, 'x'));
@@ -54,7 +54,12 @@ TEST_F(Win32WindowsTest, ShowsDataAsPlainTextInPlace) {
     RECT client;
     GetClientRect(Form(), &client);
     EXPECT_EQ(client.right, PixelsOf(6000, DotsOf(Form())));
-    EXPECT_EQ(GetParent(Real(w.Text1)), Real(w.Frame1));
+    for (const int row : {0, 1}) {
+        RECT place;
+        ListView_GetItemRect(Real(w.Grid1), row, &place, LVIR_BOUNDS);
+        SendMessageW(Real(w.Grid1), WM_MOUSEMOVE, 0, MAKELPARAM(place.left + 130, place.top + 5));
+        EXPECT_EQ(ToolTipWidth(Real(w.Grid1)), row == 0 ? 200 : 0);
+    }
 }
 
 // A screen reader changes the item, without a click or a key.
@@ -115,18 +120,6 @@ TEST_F(Win32WindowsTest, FollowsScaleAndColours) {
         SetSysColors(1, &role, &color);
         SendMessageW(Form(), WM_SYSCOLORCHANGE, 0, 0);
         EXPECT_EQ(TreeView_GetTextColor(Real(w.Tree1)), color);
-    }
-}
-
-TEST_F(Win32WindowsTest, ShowsTheWholeTextOfACutCellAsItsToolTip) {
-    w.Grid1.SetCellText(1, 1, std::string(200, 'x'));
-    Show();
-    const HWND grid = Real(w.Grid1);
-    for (const int row : {0, 1}) {
-        RECT place;
-        ListView_GetItemRect(grid, row, &place, LVIR_BOUNDS);
-        SendMessageW(grid, WM_MOUSEMOVE, 0, MAKELPARAM(place.left + 30, place.top + 5));
-        EXPECT_EQ(ToolTipWidth(grid), row == 0 ? 100 : 0);
     }
 }
 
@@ -203,8 +196,7 @@ TEST_F(Win32WindowsTest, ProcedureSeesMessagesAndPassesThemOnWhole) {
         w.Handle(), [](WindowHandle window, std::uint32_t message, std::int32_t first, std::int32_t second) {
             return services().Windows.CallProcedure(own, window, message, first, second);
         });
-    const auto whole = std::make_unique<std::wstring>(L"a text behind a pointer"); // a pointer of 64 bits
-    SetWindowTextW(Form(), whole->c_str());
+    SetWindowTextW(Form(), L"a text behind a pointer"); // of 64 bits
     for (int restored = 0; restored < 3; ++restored) {
         EXPECT_EQ(person.TextOf(Form()), "a text behind a pointer");
         windows.RestoreProcedure(w.Handle(), own);
