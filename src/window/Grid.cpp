@@ -103,8 +103,9 @@ void Grid::Sort(int column) {
 
 int Grid::FindRow(std::string_view text) const {
     const std::string wanted = services().Text.Upper(text);
-    for (int step = 1; step <= RowCount(); ++step) {
-        const int row = (SelectedRow + step - 1) % RowCount() + 1;
+    const int rows = RowCount();
+    for (int step = 1; step <= rows; ++step) {
+        const int row = (SelectedRow + step - 1) % rows + 1;
         if (services().Text.Upper(CellText(row, 1)).starts_with(wanted))
             return row;
     }
