@@ -1,10 +1,10 @@
 // The check of links on loopback beside a bare loop that does the same with the sockets alone, its waits and its stop.
 
 #include "Figures.h"
+#include "Loopback.h"
 #include "Program.h"
 #include "Sections.h"
 #include "availability/Form4.h"
-#include "servers_support.h"
 #include "shell/Form3.h"
 
 #include <algorithm>
@@ -44,13 +44,13 @@ private:
         const std::string page = "HTTP/1.0 200 OK\r\nContent-Type: text/html\r\n\r\n<html><p>Good</p></html>\r\n";
         std::array<char, 4096> request; // NOLINT: filled by recv()
         for (;;) {
-            const test::Descriptor peer(accept4(bound_.Socket, nullptr, nullptr, SOCK_CLOEXEC));
+            const Descriptor peer(accept4(bound_.Socket, nullptr, nullptr, SOCK_CLOEXEC));
             if (recv(peer, request.data(), request.size(), 0) > 0)
                 send(peer, page.data(), page.size(), MSG_NOSIGNAL);
         }
     }
 
-    test::BoundPort bound_;
+    BoundPort bound_;
     pid_t child_ = 0;
 };
 
@@ -60,10 +60,10 @@ std::string UrlOf(std::uint16_t port) { return "http://127.0.0.1:" + std::to_str
 void BareCheck(std::uint16_t port) {
     constexpr std::string_view request =
         "GET / HTTP/1.0\r\nHost: 127.0.0.1\r\nUser-Agent: Tarnwick v.3.00\r\nAccept: *.*, */*\r\n\r\n";
-    const test::Descriptor socket = test::TcpSocket();
-    test::DropAtClose(socket);
+    const Descriptor socket = TcpSocket();
+    DropAtClose(socket);
     std::array<char, 16364> reply; // NOLINT: filled by recv()
-    if (!test::ConnectTo(socket, port) || send(socket, request.data(), request.size(), MSG_NOSIGNAL) <= 0 ||
+    if (!ConnectTo(socket, port) || send(socket, request.data(), request.size(), MSG_NOSIGNAL) <= 0 ||
         recv(socket, reply.data(), reply.size(), 0) <= 0)
         throw std::runtime_error("the bare loop gets no reply");
 }
@@ -119,7 +119,7 @@ Cost MeasureCheck(Program& program, int links, const std::string& url, int timeo
 void MeasureWaiting(Program& program) {
     constexpr int links = 10;
     std::vector<double> accepted;
-    const test::BoundPort silent;
+    const BoundPort silent;
     listen(silent.Socket, 16);
     std::thread peer([&] {
         for (int socket = 0; (socket = accept(silent.Socket, nullptr, nullptr)) >= 0; close(socket)) {
@@ -129,7 +129,7 @@ void MeasureWaiting(Program& program) {
                 continue;
         }
     });
-    const test::BoundPort nobody;
+    const BoundPort nobody;
     const std::string refusing = UrlOf(nobody.Port);
     const std::string waiting = UrlOf(silent.Port);
     Title("Silence, " + program.Name);
@@ -154,7 +154,7 @@ void MeasureWaiting(Program& program) {
 
 // One stop of a check that waits for a silent server: seconds from the click to the end text on the screen.
 double StopOnce(Program& program) {
-    const int socketsAtRest = test::OpenSockets();
+    const int socketsAtRest = OpenSockets();
     double clicked = 0;
     program.EachPass = [&] {
         if (clicked != 0 || Form4->Label8.Caption != "Checking document...")
@@ -166,7 +166,7 @@ double StopOnce(Program& program) {
     program.Draw(*Form4);
     const double stopped = WallSeconds();
     program.EachPass = nullptr;
-    if (Form4->Label11.Caption.find("interrupted") == std::string::npos || test::OpenSockets() > socketsAtRest)
+    if (Form4->Label11.Caption.find("interrupted") == std::string::npos || OpenSockets() > socketsAtRest)
         throw std::runtime_error("a stop leaves something open");
     program.Press(*Form4, Form4->Command1);
     return stopped - clicked;
@@ -188,7 +188,7 @@ void SilenceOnQt() { MeasureWaiting(*OnQt()); }
 void Stop() {
     const auto program = OnQt();
     // The listener alone: its queue takes the connections, and nobody ever answers.
-    const test::BoundPort silent;
+    const BoundPort silent;
     listen(silent.Socket, 400);
     const FavoritesFolder favorites(1, false, [&](int) { return UrlOf(silent.Port); });
     std::vector<double> seconds(200);

@@ -32,10 +32,10 @@ inline bool NoListingIsOpen() {
     return listing == 1;
 }
 
-// The whole program on a machine in memory, or on one with real services.
-template <class Machine> class ProgramOn : public ::testing::Test {
+// The whole program on a machine in memory.
+class Program : public ::testing::Test {
 protected:
-    ProgramOn() {
+    Program() {
         using namespace tarnwick::Favorites;
         CurrentLink = {};
         LinkFinished = RunCompleted = EndOnMainClose = SplashDone = false;
@@ -127,10 +127,8 @@ protected:
         Input(window).PressGrid(grid, 2, 0, 5, 5);
     }
 
-    Machine machine;
+    HeadlessPlatform machine;
 };
-
-using Program = ProgramOn<HeadlessPlatform>;
 
 using Strings = std::vector<std::string>;
 

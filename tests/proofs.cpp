@@ -8,7 +8,6 @@
 #include "platform/posix/PosixSettings.h"
 #include "posix_support.h"
 #include "report/ReportRow.h"
-#include "servers_support.h"
 
 #include <algorithm>
 #include <chrono>
@@ -18,6 +17,7 @@
 #include <map>
 #include <random>
 #include <set>
+#include <stdexcept>
 #include <sys/wait.h>
 #include <thread>
 
@@ -43,22 +43,34 @@ long OpenDescriptors() {
     return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), std::filesystem::directory_iterator());
 }
 
+// The sample's site answers as the first piece of a path says, until this process has gone.
+struct SampleSite {
+    SampleSite() {
+        FILE* site = popen("exec python3 '" SAMPLE_SITE "'", "re");
+        if (site == nullptr || std::fscanf(site, "%63s %63s", Serving, Refusing) != 2)
+            throw std::runtime_error("the sample's site doesn't start");
+    }
+    char Serving[64] = {}, Refusing[64] = {}; // address and port
+};
+
 // Links of every kind that needs no time-out, in files of their own.
 class Links {
 public:
     explicit Links(int count) {
-        const std::string site = "http://" + Site().Serving + "/";
-        const std::pair<std::string, std::string> kinds[] = {{site + "good", ""},
-                                                             {site + "missing", "Not found (404)"},
-                                                             {site + "forbidden", "Forbidden (403)"},
-                                                             {site + "private", "Unauthorized (401)"},
-                                                             {site + "error", ""},
-                                                             {site + "garbage", ""},
-                                                             {site + "close", ""},
-                                                             {site + "reset", ""},
-                                                             {"http://" + Site().Refusing, "Connection error"},
-                                                             {"http://empty..label.invalid", "Unable to connect"},
-                                                             {"http://127.0.0.1:70000", "Unable to connect"}};
+        const SampleSite sample;
+        const std::string site = "http://" + std::string(sample.Serving) + "/";
+        const std::pair<std::string, std::string> kinds[] = {
+            {site + "good", ""},
+            {site + "missing", "Not found (404)"},
+            {site + "forbidden", "Forbidden (403)"},
+            {site + "private", "Unauthorized (401)"},
+            {site + "error", ""},
+            {site + "garbage", ""},
+            {site + "close", ""},
+            {site + "reset", ""},
+            {"http://" + std::string(sample.Refusing), "Connection error"},
+            {"http://empty..label.invalid", "Unable to connect"},
+            {"http://127.0.0.1:70000", "Unable to connect"}};
         for (int link = 0; link < count; ++link) {
             const auto& [url, problem] = kinds[static_cast<std::size_t>(link) % std::size(kinds)];
             const std::string name = std::to_string(link);

@@ -1,10 +1,8 @@
 #pragma once
 
-// Sockets of a test's own on loopback, and the sample's site.
+// Sockets of a section's own on loopback.
 
 #include <cstdint>
-#include <cstdio>
-#include <cstring>
 #include <filesystem>
 #include <netinet/in.h>
 #include <stdexcept>
@@ -13,7 +11,7 @@
 #include <unistd.h>
 #include <utility>
 
-namespace tarnwick::test {
+namespace tarnwick::bench {
 
 class Descriptor {
 public:
@@ -79,24 +77,4 @@ inline int OpenSockets() {
     return count;
 }
 
-#ifdef SAMPLE_SITE
-// The site answers as the first piece of a path says, until this process has gone.
-struct SampleSite {
-    SampleSite() {
-        char serving[64] = {}, refusing[64] = {};
-        FILE* site = popen("exec python3 '" SAMPLE_SITE "'", "re");
-        if (site == nullptr || std::fscanf(site, "%63s %63s", serving, refusing) != 2)
-            throw std::runtime_error("the sample's site doesn't start");
-        Serving = serving;
-        Refusing = refusing;
-    }
-    std::string Serving, Refusing; // address and port
-};
-
-inline const SampleSite& Site() {
-    static const SampleSite site;
-    return site;
-}
-#endif
-
-} // namespace tarnwick::test
+} // namespace tarnwick::bench
