@@ -8,37 +8,27 @@
 
 #ifdef _WIN32
 #include <winsock2.h>
+
+#include <ws2tcpip.h>
 #else
 #include <arpa/inet.h>
-#include <cerrno>
 #include <sys/socket.h>
 #include <unistd.h>
+inline int closesocket(int socket) { return close(socket); }
 #endif
 
-#include <algorithm>
-#include <chrono>
 #include <string>
 #include <utility>
 
 namespace tarnwick::test {
-
-#ifdef _WIN32
-using NativeSocket = SOCKET;
-using NativeLength = int;
-inline void CloseNative(NativeSocket socket) { closesocket(socket); }
-#else
-using NativeSocket = int;
-using NativeLength = socklen_t;
-inline void CloseNative(NativeSocket socket) { close(socket); }
-#endif
 
 class LoopbackPeer {
 public:
     LoopbackPeer() : listener_(Bound(address_)), refuser_(Bound(refusing_)) { EXPECT_EQ(listen(listener_, 16), 0); }
     ~LoopbackPeer() {
         Hang();
-        CloseNative(listener_);
-        CloseNative(refuser_);
+        closesocket(listener_);
+        closesocket(refuser_);
     }
     LoopbackPeer(const LoopbackPeer&) = delete;
     LoopbackPeer& operator=(const LoopbackPeer&) = delete;
@@ -52,10 +42,10 @@ public:
         connection_ = accept(listener_, nullptr, nullptr);
     }
     void Say(const std::string& text) const {
-        const auto size = static_cast<NativeLength>(text.size());
+        const auto size = static_cast<socklen_t>(text.size());
         EXPECT_EQ(send(connection_, text.data(), size, 0), static_cast<int>(text.size()));
     }
-    // What arrives next; "dropped" when the connection has been.
+    // What arrives next.
     std::string Hear() const {
         char buffer[100];
         const auto got = recv(connection_, buffer, sizeof buffer, 0);
@@ -63,7 +53,7 @@ public:
     }
     void Hang() {
         if (connection_ != None)
-            CloseNative(std::exchange(connection_, None));
+            closesocket(std::exchange(connection_, None));
     }
     void Reset() {
         const linger drop = {1, 0};
@@ -72,6 +62,7 @@ public:
     }
 
 private:
+    using NativeSocket = decltype(socket(0, 0, 0));
     static constexpr NativeSocket None = static_cast<NativeSocket>(-1);
 
     static NativeSocket Bound(AddressRecord& bound) {
@@ -83,18 +74,15 @@ private:
         sockaddr_in address = {};
         address.sin_family = AF_INET;
         address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        NativeLength length = sizeof address;
+        socklen_t length = sizeof address;
         EXPECT_EQ(bind(number, reinterpret_cast<sockaddr*>(&address), length), 0);
         EXPECT_EQ(getsockname(number, reinterpret_cast<sockaddr*>(&address), &length), 0);
         bound = {AF_INET, address.sin_port, static_cast<std::uint32_t>(address.sin_addr.s_addr), {}};
         return number;
     }
 
-    AddressRecord address_;
-    AddressRecord refusing_;
-    NativeSocket listener_;
-    NativeSocket refuser_;
-    NativeSocket connection_ = None;
+    AddressRecord address_, refusing_;
+    NativeSocket listener_, refuser_, connection_ = None;
 };
 
 } // namespace tarnwick::test

@@ -11,7 +11,7 @@ struct Win32SocketMachine : Win32Machine, LoopbackPeer {
     void Settle() {
         MSG queued;
         for (int attempt = 0; attempt < 1000; ++attempt, Sleep(10))
-            if (PeekMessageW(&queued, nullptr, SocketOwner::Message, SocketOwner::Message, PM_NOREMOVE))
+            if (PeekMessageW(&queued, nullptr, SocketMessage, SocketMessage, PM_NOREMOVE))
                 return;
         ADD_FAILURE() << "nothing came";
     }
@@ -28,13 +28,13 @@ using Win32SocketsTest = SocketContract<Win32SocketMachine>;
 TEST_F(Win32SocketsTest, AClosePurgesItsOwnMessagesAndNoOthers) {
     const SocketNumber number = StartConnected();
     const auto post = [this](SocketNumber socket, std::int32_t event) {
-        PostMessageW(WindowOf(owner->Handle()), SocketOwner::Message, static_cast<WPARAM>(socket), event);
+        PostMessageW(WindowOf(owner->Handle()), SocketMessage, static_cast<WPARAM>(socket), event);
     };
     post(number, Read);
     post(number + 4, Write);
     post(number + 4, Read);
     EXPECT_EQ(Sockets().Close(number), 0);
-    owner->ExpectLast({{number + 4, Write, 0}, {number + 4, Read, 0}});
+    ExpectLast({{number + 4, Write, 0}, {number + 4, Read, 0}});
 }
 
 TEST_F(Win32SocketsTest, AddressesAreReadByTheSystem) { ExpectAddressesAreReadAsOnWindows(); }
