@@ -17,11 +17,7 @@ struct PosixSocketMachine : PosixMachine, LoopbackPeer {
     }
 };
 
-} // namespace
-
 INSTANTIATE_TYPED_TEST_SUITE_P(Posix, SocketContract, PosixSocketMachine);
-
-namespace {
 
 class PosixSocketsTest : public SocketContract<PosixSocketMachine> {
 protected:

@@ -17,11 +17,7 @@ struct Win32SocketMachine : Win32Machine, LoopbackPeer {
     }
 };
 
-} // namespace
-
 INSTANTIATE_TYPED_TEST_SUITE_P(Win32, SocketContract, Win32SocketMachine);
-
-namespace {
 
 using Win32SocketsTest = SocketContract<Win32SocketMachine>;
 
