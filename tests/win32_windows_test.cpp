@@ -51,20 +51,26 @@ TEST_F(Win32WindowsTest, ShowsDataAsPlainTextAndACutCellWholeAsItsToolTip) {
     EXPECT_EQ(std::wstring(text), L"<b>R&D</b> &x \u00A9");
     ListView_GetItemText(Real(w.Grid1), 0, 1, text, 100);
     EXPECT_EQ(std::wstring(text), std::wstring(99, L'x'));
-    RECT client;
-    GetClientRect(Form(), &client);
-    EXPECT_EQ(client.right, PixelsOf(6000, DotsOf(Form())));
+    RECT place;
+    GetClientRect(Form(), &place);
+    EXPECT_EQ(place.right, PixelsOf(6000, DotsOf(Form())));
     for (const int row : {0, 1}) {
-        RECT place;
         ListView_GetItemRect(Real(w.Grid1), row, &place, LVIR_BOUNDS);
         SendMessageW(Real(w.Grid1), WM_MOUSEMOVE, 0, MAKELPARAM(place.left + 130, place.top + 5));
         EXPECT_EQ(ToolTipWidth(Real(w.Grid1)), row == 0 ? 200 : 0);
     }
 }
 
-// A screen reader changes the item, without a click or a key.
-TEST_F(Win32WindowsTest, SeesATickThatNoClickHasMade) {
+TEST_F(Win32WindowsTest, ServesAScreenReader) {
     Show();
+    std::string order; // it reads from front to back
+    for (HWND child = GetTopWindow(Form()); child != nullptr; child = GetWindow(child, GW_HWNDNEXT))
+        for (const Control* control : w.Controls)
+            if (Real(*control) == child)
+                order += control->Name + " ";
+    EXPECT_EQ(order, "Label1 Frame1 Command1 Command2 Grid1 Picture1 Frame2 Tree1 Check1 Option2 ");
+
+    // It changes the item, without a click or a key.
     const HWND tree = Real(w.Tree1);
     for (const int node : {1, 2}) {
         TreeView_SetItemState(tree, person.ItemOf(tree, node), INDEXTOSTATEIMAGEMASK(2), TVIS_STATEIMAGEMASK);
@@ -121,17 +127,6 @@ TEST_F(Win32WindowsTest, FollowsScaleAndColours) {
         SendMessageW(Form(), WM_SYSCOLORCHANGE, 0, 0);
         EXPECT_EQ(TreeView_GetTextColor(Real(w.Tree1)), color);
     }
-}
-
-// In the order that a screen reader takes: front to back.
-TEST_F(Win32WindowsTest, ReadsInTheTabOrder) {
-    Show();
-    std::string order;
-    for (HWND child = GetTopWindow(Form()); child != nullptr; child = GetWindow(child, GW_HWNDNEXT))
-        for (const Control* control : w.Controls)
-            if (Real(*control) == child)
-                order += control->Name + " ";
-    EXPECT_EQ(order, "Label1 Frame1 Command1 Command2 Grid1 Picture1 Frame2 Tree1 Check1 Option2 ");
 }
 
 // Any program may send these.
