@@ -68,6 +68,11 @@ public:
             {site + "garbage", ""},
             {site + "close", ""},
             {site + "reset", ""},
+            {site + "moved", ""},
+            {site + "split", ""},
+            {site + "endless", ""},
+            {"http://anna:secret@" + std::string(sample.Serving) + "/private/in", ""},
+            {"http://anna:secreT@" + std::string(sample.Serving) + "/private/wrong", "Unauthorized (401)"},
             {"http://" + std::string(sample.Refusing), "Connection error"},
             {"http://empty..label.invalid", "Unable to connect"},
             {"http://127.0.0.1:70000", "Unable to connect"}};
