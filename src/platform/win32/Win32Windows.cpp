@@ -152,8 +152,8 @@ MessageAnswer Win32Windows::ShowMessage(const std::string& text, const std::stri
     pump_.SyncNow();
     const int answer =
         MessageBoxW(front, LinesOf(text).c_str(), SingleLineOf(title).c_str(), MessageFlags(icon, buttons));
+    // Nothing is brought in line here: for the model the box is still in front, and its owner would lose the focus.
     boxOwner_ = outer;
-    pump_.Changed();
     if (buttons == MessageButtons::Ok)
         return MessageAnswer::Ok;
     return answer == IDYES ? MessageAnswer::Yes : MessageAnswer::No;
