@@ -50,11 +50,6 @@ std::pair<Cost, Cost> MeasureInTurn(int rounds, const Work& own, const Work& flo
     return {Best(owns), Best(floors)};
 }
 
-double Percentile(std::vector<double> values, int percent) {
-    std::ranges::sort(values);
-    return values.at((values.size() - 1) * static_cast<std::size_t>(percent) / 100);
-}
-
 double PeakResidentMiB() {
     rusage usage = {};
     getrusage(RUSAGE_SELF, &usage);

@@ -19,7 +19,6 @@ Cost Measure(const Work& work);
 // Runs the two in turn and gives the best round of either, which other work on the machine has disturbed least.
 std::pair<Cost, Cost> MeasureInTurn(int rounds, const Work& own, const Work& floor);
 
-double Percentile(std::vector<double> values, int percent);
 double PeakResidentMiB();
 
 // A line of the result. AtMost and AtLeast say whether the figure is reached.

@@ -3,13 +3,10 @@
 // Sockets of a section's own on loopback.
 
 #include <cstdint>
-#include <filesystem>
 #include <netinet/in.h>
 #include <stdexcept>
-#include <string>
 #include <sys/socket.h>
 #include <unistd.h>
-#include <utility>
 
 namespace tarnwick::bench {
 
@@ -19,17 +16,13 @@ public:
         if (number < 0)
             throw std::runtime_error("no descriptor");
     }
-    Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
-    ~Descriptor() {
-        if (number_ >= 0)
-            close(number_);
-    }
+    ~Descriptor() { close(number_); }
     Descriptor(const Descriptor&) = delete;
     Descriptor& operator=(const Descriptor&) = delete;
     operator int() const { return number_; } // NOLINT(google-explicit-constructor)
 
 private:
-    int number_;
+    const int number_;
 };
 
 inline Descriptor TcpSocket() { return Descriptor(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)); }
@@ -66,15 +59,6 @@ inline bool ConnectTo(int socket, std::uint16_t port) {
 inline void DropAtClose(int socket) {
     const linger drop = {1, 0};
     setsockopt(socket, SOL_SOCKET, SO_LINGER, &drop, sizeof drop);
-}
-
-// How many sockets this process has.
-inline int OpenSockets() {
-    int count = 0;
-    std::error_code gone;
-    for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd"))
-        count += std::filesystem::read_symlink(entry.path(), gone).string().starts_with("socket:") ? 1 : 0;
-    return count;
 }
 
 } // namespace tarnwick::bench

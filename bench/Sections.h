@@ -9,7 +9,6 @@ void Links();
 void LinksOnQt();
 void Silence();
 void SilenceOnQt();
-void Stop();
 void Duplicates();
 void DuplicatesOnQt();
 void ManyRows();

@@ -1,4 +1,4 @@
-// The check of links on loopback beside a bare loop that does the same with the sockets alone, its waits and its stop.
+// The check of links on loopback beside a bare loop that does the same with the sockets alone, and its waits.
 
 #include "Figures.h"
 #include "Loopback.h"
@@ -152,26 +152,6 @@ void MeasureWaiting(Program& program) {
     AtMost("time-out of 1 s overshot, the most of 10", most * 1e3, 20, "ms");
 }
 
-// One stop of a check that waits for a silent server: seconds from the click to the end text on the screen.
-double StopOnce(Program& program) {
-    const int socketsAtRest = OpenSockets();
-    double clicked = 0;
-    program.EachPass = [&] {
-        if (clicked != 0 || Form4->Label8.Caption != "Checking document...")
-            return;
-        clicked = WallSeconds();
-        program.Press(*Form4, Form4->Command1);
-    };
-    Check(program);
-    program.Draw(*Form4);
-    const double stopped = WallSeconds();
-    program.EachPass = nullptr;
-    if (Form4->Label11.Caption.find("interrupted") == std::string::npos || OpenSockets() > socketsAtRest)
-        throw std::runtime_error("a stop leaves something open");
-    program.Press(*Form4, Form4->Command1);
-    return stopped - clicked;
-}
-
 } // namespace
 
 void Links() {
@@ -184,18 +164,5 @@ void Silence() {
     MeasureWaiting(program);
 }
 void SilenceOnQt() { MeasureWaiting(*OnQt()); }
-
-void Stop() {
-    const auto program = OnQt();
-    // The listener alone: its queue takes the connections, and nobody ever answers.
-    const BoundPort silent;
-    listen(silent.Socket, 400);
-    const FavoritesFolder favorites(1, false, [&](int) { return UrlOf(silent.Port); });
-    std::vector<double> seconds(200);
-    for (double& stop : seconds)
-        stop = StopOnce(*program);
-    Title("Stop, Qt: from the click to no open socket and the end text on the screen, 200 times");
-    AtMost("99th percentile", Percentile(seconds, 99) * 1e3, 50, "ms");
-}
 
 } // namespace tarnwick::bench

@@ -28,17 +28,11 @@ void RunSection(const char* name) {
 
 int main(int count, char** arguments) {
     using namespace tarnwick::bench;
-    const std::map<std::string, void (*)()> sections = {{"links", Links},
-                                                        {"links-qt", LinksOnQt},
-                                                        {"silence", Silence},
-                                                        {"silence-qt", SilenceOnQt},
-                                                        {"stop", Stop},
-                                                        {"duplicates", Duplicates},
-                                                        {"duplicates-qt", DuplicatesOnQt},
-                                                        {"rows", ManyRows},
-                                                        {"start", Start},
-                                                        {"start-bare", StartBare},
-                                                        {"start-main", StartMain}};
+    const std::map<std::string, void (*)()> sections = {{"links", Links},           {"links-qt", LinksOnQt},
+                                                        {"silence", Silence},       {"silence-qt", SilenceOnQt},
+                                                        {"duplicates", Duplicates}, {"duplicates-qt", DuplicatesOnQt},
+                                                        {"rows", ManyRows},         {"start", Start},
+                                                        {"start-bare", StartBare},  {"start-main", StartMain}};
     setenv("QT_QPA_PLATFORM", "offscreen", 0);
     setenv("QT_LOGGING_RULES", "default.warning=false", 0); // what that platform can't do, such as raising windows
     try {
