@@ -94,7 +94,7 @@ struct AddressRecord {
     std::uint8_t Zero[8] = {};
 };
 
-// The look-up of a host's name, which goes on by itself. Dropped before its end, it ends unheard.
+// The look-up of a host's name, which runs by itself. Dropped before its end, it has no effect.
 class HostLookup {
 public:
     virtual ~HostLookup() = default;
