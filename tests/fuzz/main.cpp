@@ -1,4 +1,4 @@
-// One fuzz target; the build names its function.
+// One fuzz target; the build names it.
 
 #include "fuzz/Targets.h"
 
@@ -6,6 +6,7 @@
 #include <cstdint>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    tarnwick::fuzz::TARNWICK_TARGET({reinterpret_cast<const char*>(data), size});
+    static const auto target = tarnwick::fuzz::Targets.at(TARNWICK_TARGET);
+    target({reinterpret_cast<const char*>(data), size});
     return 0;
 }
