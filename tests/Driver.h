@@ -1,6 +1,6 @@
 #pragma once
 
-// Drives the windows as a user does, through the input that the front ends use.
+// Works the program as a person does, through the input that the front ends use.
 
 #include "availability/Form4.h"
 #include "duplicates/Form7.h"
@@ -19,10 +19,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <string>
 #include <vector>
 
 namespace tarnwick {
+
+using Strings = std::vector<std::string>;
 
 // A new listing gets the first free number.
 inline bool NoListingIsOpen() {
@@ -32,11 +35,11 @@ inline bool NoListingIsOpen() {
     return listing == 1;
 }
 
-// The whole program on a machine in memory.
-class Program : public ::testing::Test {
-protected:
-    Program() {
-        using namespace tarnwick::Favorites;
+// A person before the whole program, which has just been started on a machine with windows in memory.
+template <class Machine> class User {
+public:
+    User() {
+        using namespace Favorites;
         CurrentLink = {};
         LinkFinished = RunCompleted = EndOnMainClose = SplashDone = false;
     }
@@ -44,8 +47,8 @@ protected:
     // From the start of the process to the main window.
     void StartProgram() {
         Form9.Show();
-        for (int pass = 0; pass < 3 && !Form3.IsLoaded(); ++pass)
-            machine.Windows.WaitForEvents();
+        Form9->Timer1.SetInterval(1);
+        WaitUntil([] { return Form3.IsLoaded(); });
         ASSERT_TRUE(Form3.IsLoaded() && Form3->IsVisible());
     }
 
@@ -77,17 +80,66 @@ protected:
     }
 
     // The whole road of a check over these nodes, up to its end text.
-    void CheckNodes(const std::vector<std::string>& texts) {
+    void CheckNodes(const Strings& texts) {
         OpenTree();
         for (const std::string& text : texts)
             TickNode(text);
         Click(Form4->Command1);
     }
 
+    // The same over all favorites, up to the report if there is anything to report.
+    void CheckAll() {
+        constexpr int root = 2;
+        CheckNodes(Form4->Tree1.NodeCheck(root) == 0 ? Strings{"- Favorites Root -"} : Strings{});
+        Click(Form4->Command1);
+    }
+
+    // The whole road of a duplicate check, from the main window to its end.
+    void CheckDuplicates() {
+        Click(Form3->Option2);
+        Click(Form3->Command1);
+        Form7->Timer1.SetInterval(1);
+        Click(Form7->Command1);
+        WaitUntil([] { return !Form7.IsLoaded() || Form7->Command1.Caption != "&Cancel"; });
+    }
+
+    // Acts as the user of the options, whose close box is pressed if they are still open afterwards.
+    void InOptions(const std::function<void()>& act) {
+        machine.Windows.InPass(1, [=] {
+            act();
+            if (Form1.IsLoaded())
+                CloseBox(*Form1);
+        });
+        Click(Form3->Command2);
+    }
+
+    void SaveTimeout(const std::string& timeout) {
+        InOptions([=, this] {
+            Form1->Text1.Text = timeout;
+            Click(Form1->Command1);
+        });
+    }
+
+    // One person's whole work: both checks, each with the removal of its first finding, and the options stored anew.
+    void DoEverything(const std::string& timeout) {
+        StartProgram();
+        CheckAll();
+        if (Form5->IsVisible()) {
+            machine.Windows.Answers = {MessageAnswer::Yes};
+            Choose(*Form5, Form5->Grid1, 1, "mnuBadRemove");
+            Click(Form5->Command1);
+        }
+        CheckDuplicates();
+        machine.Windows.Answers = {MessageAnswer::Yes};
+        Choose(*Form7, Form7->Grid1, 1, "mnuDupK2");
+        Click(Form7->Command1);
+        SaveTimeout(timeout);
+    }
+
     // Every kind of finding counts, or none.
     void CatchAll(bool all = true) {
         for (const char* key : {"Catch401", "Catch403", "Catch404", "CatchUnabled", "CatchTimedout", "CatchConnerr"})
-            machine.Settings.Values[key] = all ? "1" : "0";
+            SavePreferences({{key, all ? "1" : "0"}});
     }
 
     // The last message box: a question with Yes and No, or a message with OK alone.
@@ -98,22 +150,22 @@ protected:
     }
 
     // The report's cells of one column, from top to bottom.
-    static std::vector<std::string> Cells(const Grid& grid, int column) {
-        std::vector<std::string> cells;
+    static Strings Cells(const Grid& grid, int column) {
+        Strings cells;
         for (int row = 1; row <= grid.RowCount(); ++row)
             cells.push_back(grid.CellText(row, column));
         return cells;
     }
 
-    static std::vector<std::string> RowCells(const Grid& grid, int row) {
-        std::vector<std::string> cells;
+    static Strings RowCells(const Grid& grid, int row) {
+        Strings cells;
         for (int column = 1; column <= static_cast<int>(grid.Columns().size()); ++column)
             cells.push_back(grid.CellText(row, column));
         return cells;
     }
 
-    static std::vector<std::string> VisibleColumns(const Grid& grid) {
-        std::vector<std::string> headers;
+    static Strings VisibleColumns(const Grid& grid) {
+        Strings headers;
         for (const auto& column : grid.Columns())
             if (column.Visible)
                 headers.push_back(column.Header);
@@ -122,14 +174,21 @@ protected:
 
     // Selects a row and chooses an entry of its menu, by the entry's name.
     void Choose(Window& window, GridControl& grid, int row, const std::string& entry) {
-        machine.Windows.Choices.push_back(entry);
+        machine.Windows.Choices = {entry};
         Input(window).Select(grid, row);
         Input(window).PressGrid(grid, 2, 0, 5, 5);
     }
 
-    HeadlessPlatform machine;
+    Machine machine;
+
+private:
+    void WaitUntil(const std::function<bool()>& isDone) {
+        for (int pass = 0; pass < 1000 && !isDone(); ++pass)
+            machine.Windows.WaitForEvents();
+    }
 };
 
-using Strings = std::vector<std::string>;
+// The whole program on a machine in memory.
+class Program : public ::testing::Test, public User<HeadlessPlatform> {};
 
 } // namespace tarnwick

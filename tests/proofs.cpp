@@ -1,247 +1,172 @@
 // What takes too long for every test run: 30,000 links of every kind of bad server in one run, 300 runs in one process,
-// 200 kills at random times. Usage: proofs links|runs|kill
+// 200 kills at random times. tests/long builds and runs it.
 
+#include "Driver.h"
 #include "PosixMachine.h"
-#include "Scenario.h"
-#include "favorites/Favorites.h"
-#include "favorites/Preferences.h"
 #include "platform/posix/PosixSettings.h"
 #include "posix_support.h"
 #include "report/ReportRow.h"
 
-#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <cstdio>
-#include <iterator>
 #include <map>
 #include <random>
-#include <set>
-#include <stdexcept>
-#include <sys/wait.h>
 #include <thread>
 
 namespace tarnwick::test {
-
 namespace {
 
-bool sound = true;
+using std::chrono::microseconds;
 
-void Expect(bool condition, const std::string& what) {
-    if (!condition)
-        std::printf("FAILED: %s\n", what.c_str());
-    sound = sound && condition;
-}
+struct Usage {
+    long Kilobytes;
+    long Descriptors;
+};
 
-long ResidentKilobytes() {
+// What this process uses now, on a line of its own.
+Usage Measure(const char* what, int number) {
     long pages = 0, resident = 0;
     std::ifstream("/proc/self/statm") >> pages >> resident;
-    return resident * sysconf(_SC_PAGESIZE) / 1024;
+    const std::filesystem::directory_iterator descriptors("/proc/self/fd");
+    const Usage usage{resident * sysconf(_SC_PAGESIZE) / 1024, std::distance(begin(descriptors), end(descriptors))};
+    std::printf("%s %5d: %ld kB, %ld descriptors\n", what, number, usage.Kilobytes, usage.Descriptors);
+    return usage;
 }
 
-long OpenDescriptors() {
-    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), std::filesystem::directory_iterator());
-}
-
-// The sample's site answers as the first piece of a path says, until this process has gone.
-struct SampleSite {
-    SampleSite() {
+class Proofs : public ::testing::Test {
+protected:
+    // Links of every kind that needs no time-out, in files of their own. The sample's site answers as the first piece
+    // of a path says, until this process has gone.
+    void MakeFavorites(int count) {
+        char serving[64] = {}, refusing[64] = {}; // address and port
         FILE* site = popen("exec python3 '" SAMPLE_SITE "'", "re");
-        if (site == nullptr || std::fscanf(site, "%63s %63s", Serving, Refusing) != 2)
-            throw std::runtime_error("the sample's site doesn't start");
-    }
-    char Serving[64] = {}, Refusing[64] = {}; // address and port
-};
-
-// Links of every kind that needs no time-out, in files of their own.
-class Links {
-public:
-    explicit Links(int count) {
-        const SampleSite sample;
-        const std::string site = "http://" + std::string(sample.Serving) + "/";
-        const std::pair<std::string, std::string> kinds[] = {
-            {site + "good", ""},
-            {site + "missing", "Not found (404)"},
-            {site + "forbidden", "Forbidden (403)"},
-            {site + "private", "Unauthorized (401)"},
-            {site + "error", ""},
-            {site + "garbage", ""},
-            {site + "close", ""},
-            {site + "reset", ""},
-            {site + "moved", ""},
-            {site + "split", ""},
-            {site + "endless", ""},
-            {"http://anna:secret@" + std::string(sample.Serving) + "/private/in", ""},
-            {"http://anna:secreT@" + std::string(sample.Serving) + "/private/wrong", "Unauthorized (401)"},
-            {"http://" + std::string(sample.Refusing), "Connection error"},
-            {"http://empty..label.invalid", "Unable to connect"},
-            {"http://127.0.0.1:70000", "Unable to connect"}};
+        ASSERT_TRUE(site != nullptr && std::fscanf(site, "%63s %63s", serving, refusing) == 2);
+        const std::string root = std::string(serving) + "/";
+        std::vector<std::pair<std::string, std::string>> kinds = {
+            {root + "missing", "Not found (404)"},
+            {root + "forbidden", "Forbidden (403)"},
+            {root + "private", "Unauthorized (401)"},
+            {"anna:secreT@" + root + "private/wrong", "Unauthorized (401)"},
+            {"anna:secret@" + root + "private/in", ""},
+            {refusing, "Connection error"},
+            {"empty..label.invalid", "Unable to connect"},
+            {"127.0.0.1:70000", "Unable to connect"}};
+        for (const char* path : {"good", "error", "garbage", "close", "reset", "moved", "split", "endless"})
+            kinds.emplace_back(root + path, "");
         for (int link = 0; link < count; ++link) {
-            const auto& [url, problem] = kinds[static_cast<std::size_t>(link) % std::size(kinds)];
+            const auto& [url, problem] = kinds[static_cast<std::size_t>(link) % kinds.size()];
             const std::string name = std::to_string(link);
-            files_[home_ / ("Favorites/" + std::to_string(link / 1000) + "/" + name + ".url")] =
-                "[InternetShortcut]\r\nURL=" + url + "\r\n";
+            const std::string path = home_ / ("Favorites/" + std::to_string(link / 1000) + "/" + name + ".url");
+            files_[path] = "[InternetShortcut]\r\nURL=http://" + url + "\r\n";
+            WriteFile(path, files_[path]);
             if (!problem.empty())
-                problems_[name] = problem;
+                problems_.emplace(name, problem);
         }
-        Restore();
     }
 
-    // Every favorite as it was; false if one is neither whole nor removed, or more than these are gone.
-    bool Restore(int removed = 0) {
-        bool whole = true;
-        for (const auto& [path, bytes] : files_) {
-            const std::string found = FileBytes(path);
-            whole = whole && (found == bytes || (!std::filesystem::exists(path) && --removed >= 0));
-            if (found != bytes)
-                WriteFile(path, bytes);
-        }
-        return whole;
-    }
-    bool ReportIsExact() const {
-        std::map<std::string, std::string> rows;
+    // One availability check; the report is left as a person leaves it.
+    void CheckOnce(User<PosixMachine>& user) const {
+        user.CheckAll();
+        std::multimap<std::string, std::string> reported;
         for (int row = 1; row <= Form5->Grid1.RowCount(); ++row)
-            rows[Form5->Grid1.CellText(row, ReportColumn::Name)] = Form5->Grid1.CellText(row, ReportColumn::Problem);
-        return rows == problems_ && Form5->Grid1.RowCount() == static_cast<int>(problems_.size());
+            reported.emplace(Form5->Grid1.CellText(row, ReportColumn::Name),
+                             Form5->Grid1.CellText(row, ReportColumn::Problem));
+        EXPECT_TRUE(reported == problems_) << reported.size() << " rows";
+        user.CloseBox(*Form5);
     }
-    std::string SettingsFolder() const { return home_ / "config"; }
 
-private:
+    // The whole scenario in a process of its own, which dies after this time. Its exit status; every favorite is
+    // restored after that, and has to be whole or one of the two that the scenario removes.
+    int Play(const std::string& timeout, microseconds life = std::chrono::hours(1)) const {
+        const int status = InChild([&] {
+            std::thread([life] {
+                std::this_thread::sleep_for(life);
+                kill(getpid(), SIGKILL);
+            }).detach();
+            User<PosixMachineWith<PosixSettings>> user;
+            user.CatchAll();
+            user.DoEverything(timeout);
+            for (int save = 0; save < 20; ++save) // so that many a kill hits one
+                user.SaveTimeout(timeout);
+            return HasFailure() || std::to_string(Preferences.Timeout) != timeout ? 1 : 0;
+        });
+        EXPECT_TRUE(status == 0 || status == 128 + SIGKILL) << status;
+        int removed = 0;
+        for (const auto& [path, bytes] : files_) {
+            removed += std::filesystem::exists(path) ? 0 : 1;
+            EXPECT_TRUE(!std::filesystem::exists(path) || FileBytes(path) == bytes) << path;
+            WriteFile(path, bytes);
+        }
+        EXPECT_LE(removed, 2);
+        return status;
+    }
+
     TemporaryHome home_;
-    std::map<std::string, std::string> files_;    // path to bytes
-    std::map<std::string, std::string> problems_; // name to problem
+    std::map<std::string, std::string> files_;         // path to bytes
+    std::multimap<std::string, std::string> problems_; // name to problem
 };
 
-void CatchAll(SettingsService& settings) {
-    for (const char* key : {"Catch401", "Catch403", "Catch404", "CatchUnabled", "CatchTimedout", "CatchConnerr"})
-        settings.Write("Tarnwick", "Preferences", {{key, "1"}});
-}
-
-// One availability check; the report is left as a person leaves it.
-void RunOnce(Scenario& scenario, const Links& favorites) {
-    scenario.RunAvailability();
-    Expect(favorites.ReportIsExact(), "the report isn't that of the links");
-    Form5.Unload();
-}
-
-void ProveLinks() {
-    const Links favorites(30000);
-    PosixMachine machine;
-    CatchAll(machine.Settings);
-    Scenario scenario(machine.Windows);
-    scenario.Start();
+TEST_F(Proofs, Links) {
+    constexpr int count = 30000;
+    MakeFavorites(count);
+    User<PosixMachine> user;
+    user.CatchAll();
+    user.StartProgram();
+    const long before = Measure("link", 0).Descriptors;
     std::string last;
     int links = 0;
-    std::vector<long> descriptors;
-    machine.Events.EachPass = [&] {
+    user.machine.Events.EachPass = [&] {
         if (std::exchange(last, Favorites::CurrentLink.File) == Favorites::CurrentLink.File || ++links % 5000 != 0)
             return;
-        descriptors.push_back(OpenDescriptors());
-        std::printf("link %5d: %ld kB, %ld descriptors\n", links, ResidentKilobytes(), descriptors.back());
+        EXPECT_LE(Measure("link", links).Descriptors, before + 2) << "more than one connection at a time";
     };
-    const long before = OpenDescriptors();
-    RunOnce(scenario, favorites);
-    Expect(links == 30000 && OpenDescriptors() == before, "descriptors aren't flat");
-    Expect(std::ranges::max(descriptors) <= before + 2, "more than one connection at a time");
+    CheckOnce(user);
+    EXPECT_EQ(links, count);
+    EXPECT_EQ(Measure("link", count).Descriptors, before);
 }
 
-void ProveRuns() {
-    const Links favorites(66);
-    PosixMachine machine;
-    CatchAll(machine.Settings);
-    Scenario scenario(machine.Windows);
-    scenario.Start();
-    std::vector<long> memory;
-    std::set<long> descriptors;
+TEST_F(Proofs, Runs) {
+    MakeFavorites(66);
+    User<PosixMachine> user;
+    user.CatchAll();
+    user.StartProgram();
+    std::vector<Usage> usages = {Measure("run", 0)};
     for (int run = 1; run <= 300; ++run) {
-        RunOnce(scenario, favorites);
+        CheckOnce(user);
         if (run % 50 != 0)
             continue;
-        memory.push_back(ResidentKilobytes());
-        descriptors.insert(OpenDescriptors());
-        std::printf("run %3d: %ld kB, %ld descriptors\n", run, memory.back(), *descriptors.rbegin());
+        usages.push_back(Measure("run", run));
+        EXPECT_EQ(usages.back().Descriptors, usages[0].Descriptors);
     }
-    Expect(descriptors.size() == 1, "descriptors aren't flat");
-    Expect(memory.back() - memory.front() <= 512, "memory isn't flat");
+    EXPECT_LE(usages.back().Kilobytes - usages[1].Kilobytes, 512) << "memory isn't flat";
 }
 
-// The whole scenario in a process of its own, killed after this many microseconds; never below 0. Its exit status.
-int PlayInChild(const std::string& timeout, int microseconds) {
-    const pid_t child = fork();
-    if (child == 0) {
-        execl("/proc/self/exe", "proofs", "scenario", timeout.c_str(), nullptr);
-        _exit(127);
-    }
-    if (microseconds >= 0) {
-        std::this_thread::sleep_for(std::chrono::microseconds(microseconds));
-        kill(child, SIGKILL);
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    return status;
-}
-
-int Play(const std::string& timeout) {
-    PosixMachineWith<PosixSettings> machine;
-    CatchAll(machine.Settings);
-    Scenario scenario(machine.Windows);
-    scenario.Timeout = timeout;
-    scenario.Play();
-    for (int save = 0; save < 20; ++save) // so that many a kill hits one
-        scenario.SaveOptions();
-    return Form3.IsLoaded() && Form3->IsVisible() && Preferences.Timeout == std::stoi(timeout) ? 0 : 1;
-}
-
-void ProveKills() {
-    constexpr int Removed = 2; // by the scenario
-    Links favorites(110);
-    std::mt19937 random(1);  // NOLINT: the same times each run
-    std::int64_t length = 0; // of the whole scenario, in microseconds
-    for (const char* timeout : {"11", "10"}) {
-        const auto start = std::chrono::steady_clock::now();
-        Expect(PlayInChild(timeout, -1) == 0 && favorites.Restore(Removed), "the scenario fails by itself");
-        length =
-            std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - start).count();
-    }
-    std::uniform_int_distribution<int> moment(0, static_cast<int>(length));
+TEST_F(Proofs, Kill) {
+    MakeFavorites(110);
+    const auto start = std::chrono::steady_clock::now();
+    ASSERT_EQ(Play("11"), 0);
+    ASSERT_EQ(Play("10"), 0);
+    const auto length = std::chrono::duration_cast<microseconds>(std::chrono::steady_clock::now() - start) / 2;
+    std::mt19937 random(1); // NOLINT: the same times each run
+    std::uniform_int_distribution<microseconds::rep> moment(0, length.count());
     std::string stored = "10";
     int killed = 0, changed = 0;
     for (int attempt = 0; attempt < 1000 && killed < 200; ++attempt) {
         const std::string timeout = stored == "10" ? "11" : "10";
-        const bool wasKilled = WIFSIGNALED(PlayInChild(timeout, moment(random)));
-        Expect(favorites.Restore(Removed), "a favorite is neither whole nor removed");
+        const bool wasKilled = Play(timeout, microseconds(moment(random))) == 128 + SIGKILL;
         const std::string now = PosixSettings().Read("Tarnwick", "Preferences", "Timeout", "none");
-        Expect(now == stored || now == timeout, "the settings are neither old nor new: " + now);
+        EXPECT_TRUE(now == stored || now == timeout) << "neither old nor new: " << now;
         killed += wasKilled ? 1 : 0;
         changed += wasKilled && now == timeout ? 1 : 0;
         stored = now;
     }
-    Expect(killed == 200, "not killed 200 times");
-    Expect(PlayInChild("10", -1) == 0 && favorites.Restore(Removed), "the next start isn't clean");
-    int files = 0;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(favorites.SettingsFolder()))
-        files += entry.is_directory() ? 0 : 1;
-    Expect(files == 1, std::to_string(files) + " files for the settings");
-    std::printf("%d kills within %ld ms, the settings old after %d of them, new after %d\n", killed,
-                static_cast<long>(length / 1000), killed - changed, changed);
+    EXPECT_EQ(killed, 200);
+    EXPECT_TRUE(changed > 0 && changed < killed) << "every kill came before or after the save";
+    EXPECT_EQ(Play("10"), 0) << "the next start isn't clean";
+    const std::filesystem::recursive_directory_iterator entries(home_ / "config");
+    EXPECT_EQ(std::distance(begin(entries), end(entries)), 2) << "the settings' folder and file";
 }
 
 } // namespace
-
 } // namespace tarnwick::test
-
-int main(int count, char** arguments) {
-    using namespace tarnwick::test;
-    const std::string what = count > 1 ? arguments[1] : "";
-    if (what == "scenario" && count > 2)
-        return Play(arguments[2]);
-    if (what == "links")
-        ProveLinks();
-    else if (what == "runs")
-        ProveRuns();
-    else if (what == "kill")
-        ProveKills();
-    else
-        Expect(false, "usage: proofs links|runs|kill");
-    return sound ? 0 : 1;
-}
