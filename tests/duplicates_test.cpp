@@ -2,27 +2,13 @@
 
 #include <random>
 #include <set>
+#include <tuple>
 
 namespace tarnwick {
 namespace {
 
 class DuplicatesTest : public Program {
 protected:
-    void OpenCheck() {
-        if (!Form3.IsLoaded())
-            StartProgram();
-        Click(Form3->Option2);
-        Click(Form3->Command1);
-        ASSERT_EQ(Form7->Command1.Caption, "&Start");
-    }
-
-    // Presses Start and lets the one tick run.
-    void Run() {
-        Click(Form7->Command1);
-        if (Form7.IsLoaded() && Form7->Timer1.Enabled())
-            machine.Windows.WaitForEvents();
-    }
-
     Strings Pairs() {
         Strings pairs = Cells(Form7->Grid1, PairColumn::Link1);
         for (std::size_t row = 0; row < pairs.size(); ++row)
@@ -47,8 +33,8 @@ TEST_F(DuplicatesTest, PairsEqualLinksInTheOrderOfADoubleLoop) {
     for (int number = 0; number < 150; ++number)
         machine.Favorites.AddShortcut("F" + std::to_string(number % 7) + "\\" + std::to_string(number) + ".url",
                                       number < 9 ? "" : (number % 2 == 0 ? "x" : "X") + std::to_string(random() % 70));
-    OpenCheck();
-    Run();
+    StartProgram();
+    CheckDuplicates();
     Strings wanted;
     for (std::size_t i = 0; i < Form7->szLinks.size(); ++i)
         for (std::size_t j = i + 1; j < Form7->szLinks.size(); ++j)
@@ -66,15 +52,15 @@ TEST_F(DuplicatesTest, PairsEqualLinksInTheOrderOfADoubleLoop) {
 
 TEST_F(DuplicatesTest, SaysSoWhenThereAreNoneAndListsNoMoreFoldersThanItCanCount) {
     machine.Favorites.AddShortcut("A.url", "http://one.example/");
-    for (int run = 0; run < 2; ++run) {
-        OpenCheck();
-        Form7->List1.resize(run == 0 ? 0 : 32765);
-        Run();
+    StartProgram();
+    for (const std::size_t before : {0U, 32765U}) {
+        Form7->List1.resize(before);
+        CheckDuplicates();
         EXPECT_EQ(Form7->Label3.Caption, "\r\nThe scan process is done.\r\n\r\nNo duplicated Favorites found at this "
                                          "time.\r\n\r\n\r\nClick Finish button to return to the main window.");
         EXPECT_TRUE(Form7->Label3.Visible && Form7->Frame1.Visible);
         EXPECT_FALSE(Form7->Label1.Visible || Form7->Label2.Visible);
-        EXPECT_EQ(Form7->List1.size(), run == 0 ? 1U : 32767U);
+        EXPECT_EQ(Form7->List1.size(), before == 0 ? 1U : 32767U);
         Click(Form7->Command1);
         machine.Favorites.LoseFile("A.url"); // the second time there is no shortcut at all
         for (const char* folder : {"B", "C", "D"})
@@ -82,95 +68,70 @@ TEST_F(DuplicatesTest, SaysSoWhenThereAreNoneAndListsNoMoreFoldersThanItCanCount
     }
 }
 
-// Passes of one run: the listing's, 300 ms, the walk's, the comparison's. A cancel in any of them holds.
-TEST_F(DuplicatesTest, CancelsInEveryPass) {
-    AddThree();
-    std::set<std::string> stages;
-    int canceled = 0;
-    for (int pass = 1; canceled == pass - 1; ++pass) {
-        SCOPED_TRACE(pass);
-        OpenCheck();
-        machine.Windows.InPass(pass, [&] {
-            if (Form7.IsLoaded() && Form7->Command1.Caption == "&Cancel") {
-                stages.insert(Form7->Label1.Caption + Form7->Label2.Caption);
-                Click(Form7->Command1);
-                ++canceled;
-            }
-        });
-        Run();
-        if (canceled == pass) {
-            EXPECT_EQ(Form7->Command1.Caption, "&Finish");
-            EXPECT_EQ(Form7->Label1.Caption + Form7->Label2.Caption, "Operation canceled by user");
-            EXPECT_TRUE(Form7->Frame1.Visible);
-            EXPECT_FALSE(Form7->Command2.Enabled);
-            EXPECT_TRUE(NoListingIsOpen());
-        }
-        Form7.Unload();
-        machine.Windows.PumpEvents();
-    }
+// Passes of one run: the listing's, the walk's, the comparison's, which begin with its first step and amid its rows. A
+// close leads to a new check at once.
+TEST_F(DuplicatesTest, ACancelAndACloseHoldInEveryPass) {
     const std::string gathering = "Scanning Favorites, please wait...";
-    EXPECT_EQ(stages, (std::set<std::string>{gathering, gathering + "A", gathering + "B", gathering + "C",
-                                             "Comparing links...This can take some minutes"}));
-}
-
-// Closes the window in a pass, by the close box or by "&Finish" after a cancel, and starts a new check at once.
-TEST_F(DuplicatesTest, AClosedCheckTouchesNothingAndANewOneStartsAtOnce) {
-    AddThree();
-    for (int pass = 1; pass <= 18; ++pass) {
-        SCOPED_TRACE(pass);
-        OpenCheck();
-        const auto old = std::static_pointer_cast<Form7Window>(Form7->shared_from_this());
-        std::string detail;
-        machine.Windows.InPass((pass + 1) / 2, [&] {
-            if (pass % 2 == 0)
-                Click(Form7->Command1);
-            pass % 2 == 0 ? Click(Form7->Command1) : Form7->Unload();
-            EXPECT_FALSE(old->IsLoaded());
-            detail = old->Label2.Caption + std::to_string(old->Grid1.RowCount());
-            OpenCheck();
-            Run();
-            EXPECT_EQ(Pairs().size(), 3U);
-        });
-        Run();
-        while (old->IsLoaded())
-            machine.Windows.WaitForEvents();
-        EXPECT_NE(&*Form7, old.get());
-        EXPECT_EQ(Pairs().size(), 3U) << "the old run has added nothing";
-        EXPECT_EQ(old->Label2.Caption + std::to_string(old->Grid1.RowCount()), detail) << "nor has it gone on";
-        EXPECT_FALSE(Form7->Frame1.Visible);
-        EXPECT_TRUE(NoListingIsOpen());
-        Form7.Unload();
+    std::set<std::string> stages, wanted = {gathering, "Comparing links...This can take some minutes"};
+    for (const char* name : {"A", "B", "C", "D", "E", "F", "G", "H", "I", "J", "K", "L"}) {
+        machine.Favorites.AddShortcut(std::string("Work\\") + name + ".url", "http://one.example/");
+        wanted.insert(gathering + name);
     }
+    StartProgram();
+    for (const std::string way : {"cancel", "cancel and finish", "close box"})
+        for (int pass = 1; pass <= 20; ++pass) {
+            SCOPED_TRACE(way + " in pass " + std::to_string(pass));
+            const auto old = std::static_pointer_cast<Form7Window>(Form7->shared_from_this());
+            const auto detail = [&] { return old->Label2.Caption + std::to_string(old->Grid1.RowCount()); };
+            std::string last;
+            machine.Windows.InPass(pass, [&] {
+                stages.insert(old->Label1.Caption + old->Label2.Caption);
+                way == "close box" ? CloseBox(*old) : Click(old->Command1);
+                if (way == "cancel and finish")
+                    Click(old->Command1);
+                last = detail();
+                if (way != "cancel")
+                    CheckDuplicates();
+            });
+            CheckDuplicates();
+            ASSERT_NE(last, "");
+            EXPECT_EQ(detail(), last) << "the old run has gone on";
+            EXPECT_TRUE(NoListingIsOpen());
+            if (way == "cancel") {
+                EXPECT_EQ(Form7->Command1.Caption, "&Finish");
+                EXPECT_EQ(Form7->Label1.Caption + Form7->Label2.Caption, "Operation canceled by user");
+                EXPECT_TRUE(Form7->Frame1.Visible && !Form7->Command2.Enabled);
+            } else {
+                EXPECT_FALSE(old->IsLoaded() || Form7->Frame1.Visible);
+                EXPECT_EQ(Pairs().size(), 66U) << "the old run has added some";
+            }
+            Form7.Unload();
+        }
+    EXPECT_EQ(stages, wanted);
 }
 
 TEST_F(DuplicatesTest, ARemovalTakesOneRowAndOneFile) {
     AddThree();
     machine.Favorites.ReadOnly.insert(machine.Favorites.Full("Work\\B.url"));
-    OpenCheck();
-    Run();
+    StartProgram();
+    CheckDuplicates();
     Choose(*Form7, Form7->Grid1, 0, "mnuDupK1"); // no row is selected: the menu opens all the same
     EXPECT_EQ(machine.Windows.Menus.size(), 1U);
     EXPECT_TRUE(machine.Windows.Messages.empty());
     Form7->Raise(Form7->Grid1.HeaderClick, PairColumn::Folder2);
     EXPECT_EQ(Pairs(), (Strings{"A-B", "A-C", "B-C"}));
-    const struct {
-        int Row;
-        const char* Entry;
-        MessageAnswer Answer;
-        Strings Rows;
-        bool HasA, HasC;
-    } steps[] = {
-        {1, "mnuDupK1", MessageAnswer::Yes, {"A-C", "B-C"}, false, true},
-        {1, "mnuDupK1", MessageAnswer::Yes, {"B-C"}, false, true}, // asks about A again, deletes nothing
-        {1, "mnuDupK2", MessageAnswer::No, {"B-C"}, false, true},
-        {1, "mnuDupK2", MessageAnswer::Yes, {}, false, false},
+    const std::tuple<const char*, MessageAnswer, Strings, bool, bool> steps[] = {
+        {"mnuDupK1", MessageAnswer::Yes, {"A-C", "B-C"}, false, true},
+        {"mnuDupK1", MessageAnswer::Yes, {"B-C"}, false, true}, // asks about A again, deletes nothing
+        {"mnuDupK2", MessageAnswer::No, {"B-C"}, false, true},
+        {"mnuDupK2", MessageAnswer::Yes, {}, false, false},
     };
-    for (const auto& step : steps) {
-        machine.Windows.Answers = {step.Answer};
-        Choose(*Form7, Form7->Grid1, step.Row, step.Entry);
-        EXPECT_EQ(Pairs(), step.Rows);
-        EXPECT_EQ(machine.Favorites.Has("A.url"), step.HasA);
-        EXPECT_EQ(machine.Favorites.Has("Work\\C.url"), step.HasC);
+    for (const auto& [entry, answer, pairs, hasA, hasC] : steps) {
+        machine.Windows.Answers = {answer};
+        Choose(*Form7, Form7->Grid1, 1, entry);
+        EXPECT_EQ(Pairs(), pairs);
+        EXPECT_EQ(machine.Favorites.Has("A.url"), hasA);
+        EXPECT_EQ(machine.Favorites.Has("Work\\C.url"), hasC);
     }
     EXPECT_EQ(machine.Windows.Messages.front().Text,
               "Are you sure to remove the following Favorite?\r\n\r\nName: A\r\nFolder: Favorites root");
