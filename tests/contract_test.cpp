@@ -14,8 +14,12 @@ struct HeadlessSocketMachine : HeadlessPlatform {
         Sockets.Hosts["peer"] = {};
         Sockets.Hosts["refusing"] = {.Refuses = true};
     }
-    AddressRecord Address() { return AddressOf("peer"); }
-    AddressRecord Refusing() { return AddressOf("refusing"); }
+    AddressRecord Address(const std::string& name = "peer") {
+        AddressRecord address{2, Sockets.HostToNetwork(80), 0, {}};
+        std::memcpy(&address.Address, Sockets.LookUp(name)->Address().data(), sizeof address.Address);
+        return address;
+    }
+    AddressRecord Refusing() { return Address("refusing"); }
     std::string KnownHost() const { return "peer"; }
 
     void Accept() {}
@@ -24,19 +28,12 @@ struct HeadlessSocketMachine : HeadlessPlatform {
     void Hang() { Sockets.Hang(); }
     void Reset() { Sockets.Hang(10054); }
     void Settle() {}
-
-private:
-    AddressRecord AddressOf(const std::string& name) {
-        AddressRecord address{2, Sockets.HostToNetwork(80), 0, {}};
-        std::memcpy(&address.Address, Sockets.LookUp(name)->Address().data(), sizeof address.Address);
-        return address;
-    }
 };
 
 } // namespace
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Headless, SocketContract, HeadlessSocketMachine);
 
-INSTANTIATE_TEST_SUITE_P(Headless, WindowContract, ::testing::Values(&Make<HeadlessPerson>));
+std::unique_ptr<Person> MakePerson(SampleWindow& sample) { return std::make_unique<HeadlessPerson>(sample); }
 
 } // namespace tarnwick::test

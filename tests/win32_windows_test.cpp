@@ -5,60 +5,75 @@
 
 namespace tarnwick::test {
 
-INSTANTIATE_TEST_SUITE_P(Win32, WindowContract, ::testing::Values(&Make<Win32Person>));
+std::unique_ptr<Person> MakePerson(SampleWindow& sample) { return std::make_unique<Win32Person>(sample); }
 
 namespace {
 
 class Win32WindowsTest : public WindowFixture {
 protected:
-    Win32WindowsTest() : WindowFixture(Make<Win32Person>()) {}
-
-    HWND Form() { return WindowOf(w.Handle()); }
-    HWND Real(const Control& control) { return person.Real(w, control); }
-    // The width of the part of `of` that shows a tool tip.
-    static LONG ToolTipWidth(HWND of) {
-        static TTTOOLINFOW tool;
-        tool = {};
-        tool.cbSize = sizeof tool;
-        EnumThreadWindows(
-            GetCurrentThreadId(),
-            [](HWND found, LPARAM wanted) {
-                for (WPARAM number = 0;
-                     SendMessageW(found, TTM_ENUMTOOLSW, number, reinterpret_cast<LPARAM>(&tool)) != 0; ++number)
-                    if (tool.hwnd == reinterpret_cast<HWND>(wanted))
-                        return FALSE;
-                return TRUE;
-            },
-            reinterpret_cast<LPARAM>(of));
-        return tool.rect.right;
+    HWND Form() { return person.Form(); }
+    HWND Real(const Control& control) { return person.Real(control); }
+    // The right end of the part of `of` that shows the tool tip of this number.
+    static LONG ToolTipEnd(HWND of, UINT_PTR number) {
+        TTTOOLINFOW tip = {sizeof tip, 0, of, number, {}, nullptr, nullptr, 0, nullptr};
+        for (HWND found = nullptr; (found = FindWindowExW(nullptr, found, TOOLTIPS_CLASSW, nullptr)) != nullptr;)
+            if (GetWindowThreadProcessId(found, nullptr) == GetCurrentThreadId())
+                SendMessageW(found, TTM_GETTOOLINFOW, 0, reinterpret_cast<LPARAM>(&tip));
+        return tip.rect.right;
     }
 
     Win32Person& person = static_cast<Win32Person&>(p);
-    WindowService& windows = person.Machine.Windows;
 };
 
 TEST_F(Win32WindowsTest, ShowsDataAsPlainTextAndACutCellWholeAsItsToolTip) {
-    w.Frame1.Caption = "<b>R&D</b>\t&x\r\n\xC2\xA9";
-    w.Grid1.SetCellText(1, 1, w.Frame1.Caption);
-    w.Grid1.SetCellText(1, 3, std::string(5000, 'x'));
     for (int i = 0; i < 1000000; ++i)
         w.Grid1.AddRow(); // no more work than a few
     Show();
+    w.Title = w.Frame1.Caption = "<b>R&D</b>\t&x\r\n\xC2\xA9";
+    w.Grid1.SetCellText(1, 1, w.Title);
+    w.Grid1.SetCellText(1, 3, std::string(5000, 'x'));
+    p.Settle();
+    EXPECT_EQ(person.TextOf(Form()), "<b>R&D</b> &x \xC2\xA9");
+    EXPECT_EQ(p.Text(w.Frame1), "<b>R&&D</b> &&x \xC2\xA9");
     EXPECT_NE(GetWindowLongW(Real(w.Label1), GWL_STYLE) & SS_NOPREFIX, 0);
-    EXPECT_EQ(person.TextOf(Real(w.Frame1)), "<b>R&&D</b> &&x \xC2\xA9");
-    wchar_t text[100] = {};
-    ListView_GetItemText(Real(w.Grid1), 0, 0, text, 100);
-    EXPECT_EQ(std::wstring(text), L"<b>R&D</b> &x \u00A9");
-    ListView_GetItemText(Real(w.Grid1), 0, 1, text, 100);
-    EXPECT_EQ(std::wstring(text), std::wstring(99, L'x'));
+    const std::wstring shown[] = {L"<b>R&D</b> &x \u00A9", std::wstring(99, L'x')};
+    for (const int column : {0, 1}) {
+        wchar_t text[100] = {};
+        ListView_GetItemText(Real(w.Grid1), 0, column, text, 100);
+        EXPECT_EQ(text, shown[column]);
+    }
     RECT place;
     GetClientRect(Form(), &place);
     EXPECT_EQ(place.right, PixelsOf(6000, DotsOf(Form())));
     for (const int row : {0, 1}) {
         ListView_GetItemRect(Real(w.Grid1), row, &place, LVIR_BOUNDS);
         SendMessageW(Real(w.Grid1), WM_MOUSEMOVE, 0, MAKELPARAM(place.left + 130, place.top + 5));
-        EXPECT_EQ(ToolTipWidth(Real(w.Grid1)), row == 0 ? 200 : 0);
+        EXPECT_EQ(ToolTipEnd(Real(w.Grid1), 1), row == 0 ? 200 : 0);
     }
+    Header_GetItemRect(ListView_GetHeader(Real(w.Grid1)), 1, &place);
+    person.ClickAt(ListView_GetHeader(Real(w.Grid1)), place.left + 20, place.top + 5);
+    EXPECT_EQ(Raised(), Log{"Header 3"});
+}
+
+TEST_F(Win32WindowsTest, AnswersWhatThePersonAnswers) {
+    Show();
+    for (const auto& [command, answer] : {std::pair{IDYES, MessageAnswer::Yes}, {IDNO, MessageAnswer::No}}) {
+        p.Soon([command = command] { PostMessageW(GetActiveWindow(), WM_COMMAND, static_cast<WPARAM>(command), 0); });
+        EXPECT_EQ(ShowMessage("?", "T", MessageIcon::Question, MessageButtons::YesNo), answer);
+    }
+    MenuEntry first{"", "&First", false, true, [&] { w.Log.push_back("first"); }};
+    MenuEntry grey{"", "Grey", false, false, [&] { w.Log.push_back("grey"); }};
+    Menu menu{"menu", "Menu", {&first, &grey}};
+    using Keys = std::vector<WPARAM>;
+    for (const Keys& keys : {Keys{VK_DOWN, VK_RETURN}, Keys{VK_DOWN, VK_DOWN, VK_RETURN}, Keys{VK_ESCAPE}}) {
+        p.Soon([this, keys] {
+            for (const WPARAM key : keys)
+                PostMessageW(GetActiveWindow(), WM_KEYDOWN, key, 1);
+            p.Soon([] { EndMenu(); }); // a greyed entry leaves it open
+        });
+        PopUp(menu, w);
+    }
+    EXPECT_EQ(Raised(), Log{"first"});
 }
 
 TEST_F(Win32WindowsTest, ServesAScreenReader) {
@@ -73,14 +88,16 @@ TEST_F(Win32WindowsTest, ServesAScreenReader) {
     // It changes the item, without a click or a key.
     const HWND tree = Real(w.Tree1);
     for (const int node : {1, 2}) {
-        TreeView_SetItemState(tree, person.ItemOf(tree, node), INDEXTOSTATEIMAGEMASK(2), TVIS_STATEIMAGEMASK);
-        const auto number = static_cast<UINT_PTR>(GetDlgCtrlID(tree));
-        NMTVITEMCHANGE change = {{tree, number, static_cast<UINT>(TVN_ITEMCHANGEDW)}, 0, nullptr, 0, 0, node};
-        SendMessageW(Form(), WM_NOTIFY, number, reinterpret_cast<LPARAM>(&change)); // Wine doesn't
+        TreeView_SetItemState(tree, person.ItemOf(node), INDEXTOSTATEIMAGEMASK(2), TVIS_STATEIMAGEMASK);
+        NMTVITEMCHANGE change = {{tree, 0, static_cast<UINT>(TVN_ITEMCHANGEDW)}, 0, nullptr, 0, 0, node};
+        SendMessageW(Form(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&change)); // Wine doesn't
     }
     p.Settle();
     EXPECT_EQ(w.Log, Log{"Check 211"});
-    EXPECT_EQ(TreeView_GetCheckState(tree, person.ItemOf(tree, 1)), UINT(-1)) << "a heading has no box";
+    w.Tree1.SetNodeCheck(3, 0);
+    p.Settle();
+    EXPECT_EQ(TreeView_GetCheckState(tree, person.ItemOf(1)), UINT(-1)) << "a heading has no box";
+    EXPECT_EQ(TreeView_GetCheckState(tree, person.ItemOf(3)), 0U);
 }
 
 // Themed buttons have their parent paint behind them.
@@ -114,11 +131,10 @@ TEST_F(Win32WindowsTest, FollowsScaleAndColours) {
     GetObjectW(reinterpret_cast<HFONT>(SendMessageW(Real(w.Label1), WM_GETFONT, 0, 0)), sizeof font, &font);
     EXPECT_EQ(font.lfHeight, -22);
     EXPECT_EQ(ListView_GetColumnWidth(Real(w.Grid1), 0), 200);
-    EXPECT_EQ(ToolTipWidth(Form()), PixelsOf(1500, dots) * 2);
-    int width = 0;
-    int height = 0;
-    ImageList_GetIconSize(TreeView_GetImageList(Real(w.Tree1), TVSIL_STATE), &width, &height);
-    EXPECT_EQ(height, 32);
+    EXPECT_EQ(ToolTipEnd(Form(), reinterpret_cast<UINT_PTR>(Real(w.Label1))), PixelsOf(1500, dots) * 2);
+    int box[2] = {};
+    ImageList_GetIconSize(TreeView_GetImageList(Real(w.Tree1), TVSIL_STATE), &box[0], &box[1]);
+    EXPECT_EQ(box[1], 32);
 
     int role = COLOR_BTNTEXT;
     const COLORREF former = GetSysColor(role);
@@ -144,58 +160,33 @@ TEST_F(Win32WindowsTest, TrustsNoWindowThatIsNotItsOwn) {
 }
 
 TEST_F(Win32WindowsTest, WindowsLeaveNothingBehind) {
-    std::vector<DWORD> first;
-    std::vector<DWORD> counts(3);
+    w.Picture1.Picture = "side.jpg";
+    w.Label1.ToolTip = "tip";
+    w.Icon = "tarnwick.ico";
+    std::vector<DWORD> settled, counts;
     for (int round = 0; round <= 40; ++round) {
-        Sample->Picture1.Picture = "side.jpg";
-        Sample->Label1.ToolTip = "tip";
-        Sample->Icon = "tarnwick.ico";
         Show();
         Sample.Unload();
         p.Settle();
-        GetProcessHandleCount(GetCurrentProcess(), &counts[0]);
-        counts[1] = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
-        counts[2] = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
+        counts = {GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS),
+                  GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS), 0};
+        GetProcessHandleCount(GetCurrentProcess(), &counts.back());
         if (round == 10)
-            first = counts;
+            settled = counts;
     }
-    EXPECT_EQ(counts, first);
-}
-
-// A tick that opens a message box must not keep the other ticks, nor posted messages, waiting.
-TEST_F(Win32WindowsTest, TicksAndMessagesComeInTheSystemsLoops) {
-    static int messages = 0;
-    const PreviousProcedure own =
-        windows.InstallProcedure(w.Handle(), [](WindowHandle, std::uint32_t message, std::int32_t, std::int32_t) {
-            messages += message == 1025 ? 1 : 0;
-            return std::int32_t{0};
-        });
-    int ticks = 0;
-    Start(w.Timer1, 20, [&] {
-        ++ticks;
-        PostMessageW(Form(), 1025, 0, 0);
-        if (ticks == 1)
-            ShowMessage("box", "box", MessageIcon::Information, MessageButtons::Ok);
-        else if (ticks == 4)
-            PostMessageW(GetActiveWindow(), WM_COMMAND, IDOK, 0);
-    });
-    for (int pass = 0; pass < 1000 && ticks < 4; ++pass)
-        windows.WaitForEvents();
-    EXPECT_GE(ticks, 4);
-    EXPECT_GE(messages, 3);
-    windows.RestoreProcedure(w.Handle(), own);
+    EXPECT_EQ(counts, settled);
 }
 
 TEST_F(Win32WindowsTest, ProcedureSeesMessagesAndPassesThemOnWhole) {
     static PreviousProcedure own;
-    own = windows.InstallProcedure(
+    own = services().Windows.InstallProcedure(
         w.Handle(), [](WindowHandle window, std::uint32_t message, std::int32_t first, std::int32_t second) {
             return services().Windows.CallProcedure(own, window, message, first, second);
         });
     SetWindowTextW(Form(), L"a text behind a pointer"); // of 64 bits
     for (int restored = 0; restored < 3; ++restored) {
         EXPECT_EQ(person.TextOf(Form()), "a text behind a pointer");
-        windows.RestoreProcedure(w.Handle(), own);
+        services().Windows.RestoreProcedure(w.Handle(), own);
     }
 }
 
