@@ -2,7 +2,6 @@
 
 // Tarnwick on real files and sockets, worked as a user works it.
 
-#include "PosixMachine.h"
 #include "posix_support.h"
 
 #include <functional>

@@ -11,16 +11,15 @@ namespace {
 
 struct HeadlessSocketMachine : HeadlessPlatform {
     HeadlessSocketMachine() {
-        Sockets.Hosts["peer"] = {};
+        Sockets.Hosts["127.0.0.1"] = {};
         Sockets.Hosts["refusing"] = {.Refuses = true};
     }
-    AddressRecord Address(const std::string& name = "peer") {
+    AddressRecord Address(const std::string& name = "127.0.0.1") {
         AddressRecord address{2, Sockets.HostToNetwork(80), 0, {}};
         std::memcpy(&address.Address, Sockets.LookUp(name)->Address().data(), sizeof address.Address);
         return address;
     }
     AddressRecord Refusing() { return Address("refusing"); }
-    std::string KnownHost() const { return "peer"; }
 
     void Accept() {}
     void Say(const std::string& text) { Sockets.Deliver(text); }

@@ -9,17 +9,16 @@ namespace tarnwick::test {
 
 TEST(PosixShellTest, AUrlIsOneArgumentAndNothingIsInherited) {
     const TemporaryHome home;
-    const std::string path = std::getenv("PATH"), opener = home / "bin/xdg-open", started = home / "started";
+    const std::string opener = home / "bin/xdg-open", started = home / "started";
     // A program of this name replaces the desktop's: it writes down what it was started with.
     WriteFile(opener, "#!/bin/sh\nprintf '%s\\n' \"$#\" \"$@\" \"$PWD\" \"$(ls /proc/self/fd | tr '\\n' ' ')\" "
                       "\"$(readlink /proc/self/fd/2)\" . > '" +
                           started + "'\n");
     chmod(opener.c_str(), 0755);
-    TemporaryHome::Set("PATH", home / "bin:" + path);
-    const int open = ::open("/dev/null", O_RDONLY); // without close-on-exec
+    setenv("PATH", (home / "bin:" + std::getenv("PATH")).c_str(), 1);
+    const int inherited = open("/dev/null", O_RDONLY); // without close-on-exec
+    std::filesystem::current_path("/");
     const std::string folder = std::filesystem::read_symlink("/proc/self/exe").parent_path();
-    const auto before = std::filesystem::current_path();
-    std::filesystem::current_path(home.Path());
     for (const std::string url : {"http://a/?x=1&y=$(touch gone);z='#`id`", "mailto:x@a"}) {
         std::filesystem::remove(started);
         PosixShell().OpenUrl(0, url);
@@ -29,9 +28,7 @@ TEST(PosixShellTest, AUrlIsOneArgumentAndNothingIsInherited) {
         EXPECT_EQ(FileBytes(started), "1\n" + url + "\n" + folder + "\n0 1 2 3 \n/dev/null\n.\n");
         EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a child is left to wait for";
     }
-    std::filesystem::current_path(before);
-    TemporaryHome::Set("PATH", path);
-    close(open);
+    close(inherited);
 }
 
 } // namespace tarnwick::test

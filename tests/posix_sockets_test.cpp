@@ -1,8 +1,22 @@
 #include "LoopbackPeer.h"
-#include "PosixMachine.h"
 #include "contract_sockets.h"
+#include "probe/HostLookups.h"
 
+#include <dlfcn.h>
 #include <fcntl.h>
+#include <netdb.h>
+
+// In the place of the system's: a name that is found late, and one that is never.
+extern "C" int getaddrinfo(const char* name, const char* service, const addrinfo* hints, addrinfo** found) {
+    static const auto ofSystem = reinterpret_cast<decltype(&getaddrinfo)>(dlsym(RTLD_NEXT, "getaddrinfo"));
+    if (std::string(name) == "dead.example")
+        sleep(600); // longer than a test may take
+    if (std::string(name) == "late.example") {
+        usleep(300000);
+        name = hints->ai_family == AF_INET ? "127.0.0.5" : "::5";
+    }
+    return ofSystem(name, service, hints, found);
+}
 
 namespace tarnwick::test {
 
@@ -19,15 +33,7 @@ struct PosixSocketMachine : PosixMachine, LoopbackPeer {
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Posix, SocketContract, PosixSocketMachine);
 
-class PosixSocketsTest : public SocketContract<PosixSocketMachine> {
-protected:
-    // Nothing is left to collect: a wait lasts.
-    void ExpectSleep() {
-        const std::int64_t start = machine.Clock.Now();
-        machine.Sockets.Wait(30);
-        EXPECT_GE(machine.Clock.Now() - start, 29);
-    }
-};
+using PosixSocketsTest = SocketContract<PosixSocketMachine>;
 
 TEST_F(PosixSocketsTest, AResetThatACallMeetsFirstIsStillSaidByTheClose) {
     for (const bool sends : {true, false}) {
@@ -48,12 +54,13 @@ TEST_F(PosixSocketsTest, AResetThatACallMeetsFirstIsStillSaidByTheClose) {
     EXPECT_EQ(Next(1), (Events{{number, Read, 0}}));
     EXPECT_EQ(Receive(number), "abc");
     ExpectLast({{number, Close, 10054}});
-    ExpectSleep();
 }
 
 TEST_F(PosixSocketsTest, NothingIsHeardOfASilentOrForeignSocketAndOfACopyInAChild) {
     const SocketNumber number = StartConnected();
-    ExpectSleep();
+    const std::int64_t start = machine.Clock.Now();
+    machine.Sockets.Wait(30);
+    EXPECT_GE(machine.Clock.Now() - start, 29) << "the wait for a silent peer ends at once";
     const auto copy = static_cast<SocketNumber>(fcntl(number, F_DUPFD_CLOEXEC, 0));
     EXPECT_EQ(Sockets().Close(copy), -1);
     EXPECT_EQ(Sockets().Send(copy, "x"), -1);
@@ -64,16 +71,26 @@ TEST_F(PosixSocketsTest, NothingIsHeardOfASilentOrForeignSocketAndOfACopyInAChil
     EXPECT_NE(fcntl(copy, F_GETFD), -1);
     machine.Say("x");
     EXPECT_EQ(Next(1, 30), Events{});
-    ExpectSleep();
+    EXPECT_EQ(StartConnected(), number) << "the old one's peer hangs up meanwhile";
+    machine.Say("x");
+    EXPECT_EQ(Next(1), (Events{{number, Read, 0}}));
+    EXPECT_EQ(Receive(number), "x");
+    EXPECT_EQ(Next(1, 30), Events{});
     close(copy);
 }
 
 TEST_F(PosixSocketsTest, NumbersOfWindowsAreTranslatedAndOthersFail) {
     for (const auto& [family, type, protocol] : {std::array{10, 1, 6}, {2, 2, 6}, {2, 1, 17}})
         EXPECT_EQ(Sockets().Open(family, type, protocol), -1);
+    const int status = InChild([] {
+        for (const int standard : {0, 1, 2})
+            close(standard);
+        const SocketNumber number = Sockets().Open(2, 1, 6);
+        return number > 2 && fcntl(number, F_GETFD) == FD_CLOEXEC && fcntl(0, F_GETFD) < 0 ? 0 : 1;
+    });
+    EXPECT_EQ(status, 0) << "a program that was started without standard files";
     const SocketNumber number = Sockets().Open(2, 1, 6);
-    ASSERT_GT(number, 2);
-    EXPECT_NE(fcntl(number, F_GETFD) & FD_CLOEXEC, 0);
+    EXPECT_EQ(fcntl(number, F_GETFD), FD_CLOEXEC);
     LingerRecord record = {9, 9};
     std::int32_t length = 0;
     EXPECT_EQ(Sockets().SetOption(number, 65535, 128, {1, 7}), 0);
@@ -86,6 +103,13 @@ TEST_F(PosixSocketsTest, NumbersOfWindowsAreTranslatedAndOthersFail) {
     EXPECT_EQ(fcntl(number, F_GETFD), -1) << "the end of the network section closes what is open";
     ExpectAddressesAreReadAsOnWindows();
     EXPECT_EQ(Sockets().AddressFromText(std::string("1\0", 2)), 0xFFFFFFFFU);
+}
+
+TEST_F(PosixSocketsTest, ALateNameIsFoundAndADeadOneIsLeftInTime) {
+    const std::int64_t start = machine.Clock.Now();
+    EXPECT_EQ(AddressOfHost("late.example", 60000), std::string("\x7F\0\0\5", 4));
+    EXPECT_EQ(AddressOfHost("dead.example", 200), "");
+    EXPECT_LT(machine.Clock.Now() - start, 5000);
 }
 
 } // namespace

@@ -1,74 +1,69 @@
 #pragma once
 
+#include "platform/SteadyClock.h"
+#include "platform/headless/Fakes.h"
+#include "platform/headless/HeadlessWindows.h"
+#include "platform/posix/PosixFiles.h"
+#include "platform/posix/PosixSettings.h"
+#include "platform/posix/PosixSockets.h"
+#include "platform/posix/PosixText.h"
+#include "platform/posix/RegularFile.h"
+
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <optional>
-#include <sstream>
+#include <functional>
+#include <iterator>
 #include <string>
 
+#include <arpa/inet.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 namespace tarnwick::test {
 
-// A folder of a test's own, gone with the object. It replaces the home folder, so that no test sees the user's.
+// A folder of a test's own, gone with the object. It replaces the home folder for good, so that no test sees the
+// user's.
 class TemporaryHome {
 public:
     TemporaryHome() {
-        std::string pattern = std::filesystem::temp_directory_path() / "tarnwick-test-XXXXXX";
-        path_ = mkdtemp(pattern.data());
-        Set("HOME", path_);
-        Set("XDG_CONFIG_HOME", path_ + "/config");
+        setenv("HOME", path_.c_str(), 1);
+        setenv("XDG_CONFIG_HOME", (*this / "config").c_str(), 1);
     }
     ~TemporaryHome() {
         std::error_code ignored;
         std::filesystem::remove_all(path_, ignored);
-        Set("HOME", home_);
-        Set("XDG_CONFIG_HOME", config_);
     }
     TemporaryHome(const TemporaryHome&) = delete;
     TemporaryHome& operator=(const TemporaryHome&) = delete;
 
     const std::string& Path() const { return path_; }
-    std::string operator/(const std::string& name) const { return path_ + "/" + name; }
-
-    static void Set(const char* name, const std::optional<std::string>& value) {
-        if (value)
-            setenv(name, value->c_str(), 1);
-        else
-            unsetenv(name);
+    std::string operator/(const std::string& name) const { return path_ + "/" + SystemPath(name); }
+    PosixSettings Settings() const { return {}; }
+    // A link `name` to another path in the folder.
+    bool Link(const std::string& name, const std::string& target, bool /*folder*/) const {
+        return symlink((*this / target).c_str(), (*this / name).c_str()) == 0;
     }
 
 private:
-    static std::optional<std::string> Get(const char* name) {
-        const char* value = std::getenv(name);
-        return value != nullptr ? std::optional<std::string>(value) : std::nullopt;
-    }
-
-    std::optional<std::string> home_ = Get("HOME");
-    std::optional<std::string> config_ = Get("XDG_CONFIG_HOME");
-    std::string path_;
+    const std::string path_ =
+        mkdtemp((std::filesystem::temp_directory_path() / "tarnwick-test-XXXXXX").string().data());
 };
 
-inline void WriteFile(const std::string& path, const std::string& bytes) {
-    std::filesystem::create_directories(std::filesystem::path(path).parent_path());
+using SystemFiles = PosixFiles;
+
+inline int closesocket(int socket) { return close(socket); }
+
+inline void WriteFile(const std::filesystem::path& path, const std::string& bytes) {
+    std::filesystem::create_directories(path.parent_path());
     std::ofstream(path, std::ios::binary) << bytes;
 }
 
 inline std::string FileBytes(const std::string& path) {
-    std::ostringstream bytes;
-    bytes << std::ifstream(path, std::ios::binary).rdbuf();
-    return bytes.str();
-}
-
-// The path as the program writes it.
-inline std::string Backslashed(std::string path) {
-    for (char& c : path)
-        if (c == '/')
-            c = '\\';
-    return path;
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 // Runs `work` in a process of its own and gives its exit status: the result of `work`, or 128 and the signal.
@@ -81,10 +76,39 @@ template <class Work> int InChild(Work work) {
     return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
 }
 
-// For InChild(): gives up root, whom permissions don't stop.
-inline bool BecomeNobody() {
-    constexpr unsigned Nobody = 65534;
-    return geteuid() != 0 || (setgid(Nobody) == 0 && setuid(Nobody) == 0);
-}
+// The sockets' events, with an eye on each pump pass: what a user sees between two events.
+class WatchedEvents : public EventSource {
+public:
+    explicit WatchedEvents(EventSource& events) : events_(events) {}
+
+    std::function<void()> EachPass;
+
+    void Collect() override {
+        events_.Collect();
+        if (EachPass)
+            EachPass();
+    }
+    void Wait(std::optional<std::int64_t> ms) override { events_.Wait(ms); }
+
+private:
+    EventSource& events_;
+};
+
+// The real services of this system under windows without a screen, in use for as long as the object lives. The
+// Favorites folder is the one of the environment (TemporaryHome).
+template <class SettingsKind> struct PosixMachineWith {
+    SteadyClock Clock;
+    MessageLoop Loop{Clock};
+    PosixFiles Files;
+    SettingsKind Settings;
+    PosixSockets Sockets{Loop};
+    WatchedEvents Events{Sockets};
+    HeadlessWindows Windows{Loop, Events, Clock};
+    RecordingShell Shell;
+    PosixText Text;
+    ServicesInUse InUse{{Files, Settings, Sockets, Windows, Clock, Shell, Text}};
+};
+
+using PosixMachine = PosixMachineWith<MemorySettings>;
 
 } // namespace tarnwick::test

@@ -2,7 +2,6 @@
 // 200 kills at random times. tests/long builds and runs it.
 
 #include "Driver.h"
-#include "PosixMachine.h"
 #include "platform/posix/PosixSettings.h"
 #include "posix_support.h"
 #include "report/ReportRow.h"

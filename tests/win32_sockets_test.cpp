@@ -1,6 +1,5 @@
 #include "LoopbackPeer.h"
 #include "contract_sockets.h"
-#include "win32_support.h"
 
 namespace tarnwick::test {
 
@@ -8,13 +7,7 @@ namespace {
 
 struct Win32SocketMachine : Win32Machine, LoopbackPeer {
     // Until what is on its way is in the window's queue.
-    void Settle() {
-        MSG queued;
-        for (int attempt = 0; attempt < 1000; ++attempt, Sleep(10))
-            if (PeekMessageW(&queued, nullptr, SocketMessage, SocketMessage, PM_NOREMOVE))
-                return;
-        ADD_FAILURE() << "nothing came";
-    }
+    void Settle() { EXPECT_EQ(MsgWaitForMultipleObjects(0, nullptr, FALSE, 10000, QS_POSTMESSAGE), WAIT_OBJECT_0); }
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Win32, SocketContract, Win32SocketMachine);
@@ -23,12 +16,8 @@ using Win32SocketsTest = SocketContract<Win32SocketMachine>;
 
 TEST_F(Win32SocketsTest, AClosePurgesItsOwnMessagesAndNoOthers) {
     const SocketNumber number = StartConnected();
-    const auto post = [this](SocketNumber socket, std::int32_t event) {
+    for (const auto& [socket, event] : {std::pair{number, Read}, {number + 4, Write}, {number + 4, Read}})
         PostMessageW(WindowOf(owner->Handle()), SocketMessage, static_cast<WPARAM>(socket), event);
-    };
-    post(number, Read);
-    post(number + 4, Write);
-    post(number + 4, Read);
     EXPECT_EQ(Sockets().Close(number), 0);
     ExpectLast({{number + 4, Write, 0}, {number + 4, Read, 0}});
 }
