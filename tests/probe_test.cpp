@@ -44,7 +44,6 @@ TEST_F(ProbeTest, BuildsTheRequest) {
 }
 
 TEST_F(ProbeTest, ReadsTheStatus) {
-    EXPECT_EQ(ReplyStatus("anything 401 at all"), 401);
     EXPECT_EQ(ReplyStatus(" 403"), 403);
     // The word ends at the next blank; 4294967700 is 404 beyond 32 bits.
     for (const std::string& none : {"HTTP/1.0 404\r\nServer: x y"s, "HTTP/1.0  404 x"s, "HTTP/1.0"s, ""s,

@@ -15,8 +15,7 @@ protected:
         Form5.Show();
     }
 
-    using Program::Choose;
-    void Choose(int row, const std::string& entry) { Choose(*Form5, Form5->Grid1, row, entry); }
+    void Pick(int row, const std::string& entry) { Choose(*Form5, Form5->Grid1, row, entry); }
 
     // The names in the rows, and those whose files are there.
     std::string RowsAndFiles() {
@@ -37,7 +36,7 @@ TEST_F(ReportTest, TheMenuNamesTheSelectedRow) {
         Form5->Raise(Form5->Grid1.MouseButton, button, 0, 5, 5);
         EXPECT_TRUE(machine.Windows.Menus.empty()) << "row " << row << ", button " << button;
     }
-    Choose(2, "mnuBadInfo"); // greyed: can't be chosen
+    Pick(2, "mnuBadInfo"); // greyed: can't be chosen
     Strings entries;
     for (const auto& entry : machine.Windows.Menus.at(0))
         entries.push_back((entry.Enabled ? "" : "grey: ") + entry.Caption);
@@ -47,28 +46,28 @@ TEST_F(ReportTest, TheMenuNamesTheSelectedRow) {
 TEST_F(ReportTest, RemovesTheRowAsItStandsAfterASortAndAYesOnly) {
     Form5->Grid1.SelectedRow = 1; // "b"
     Form5->Raise(Form5->Grid1.HeaderClick, ReportColumn::Name);
-    Choose(Form5->Grid1.SelectedRow, "mnuBadRemove"); // answered No
+    Pick(Form5->Grid1.SelectedRow, "mnuBadRemove"); // answered No
     ExpectMessage("Are you sure to remove the following Favorite?\r\n\r\nName: b\r\nFolder: Work\r\nProblem: Not found "
                   "(404)\r\nURL: http://b/",
                   MessageIcon::Question);
     EXPECT_EQ(RowsAndFiles(), "Abc Abc");
     machine.Windows.Answers.assign(3, MessageAnswer::Yes);
-    Choose(Form5->Grid1.SelectedRow, "mnuBadRemove");
+    Pick(Form5->Grid1.SelectedRow, "mnuBadRemove");
     EXPECT_EQ(RowsAndFiles(), "Ac Ac");
     EXPECT_EQ(Form5->Grid1.SelectedRow, 0);
     // A file that is gone, or stays, takes its row away.
     machine.Favorites.LoseFile("c.url");
     machine.Favorites.ReadOnly.insert(machine.Favorites.Full("A.url"));
-    Choose(2, "mnuBadRemove");
-    Choose(1, "mnuBadRemove");
+    Pick(2, "mnuBadRemove");
+    Pick(1, "mnuBadRemove");
     EXPECT_EQ(RowsAndFiles(), " A");
 }
 
 TEST_F(ReportTest, HidesAndOpensWithoutTouchingAFile) {
-    Choose(1, "mnuBadGo");
-    Choose(3, "mnuBadGo");
+    Pick(1, "mnuBadGo");
+    Pick(3, "mnuBadGo");
     EXPECT_EQ(machine.Shell.Urls, (Strings{"http://b/", "http://c/"}));
-    Choose(2, "mnuBadHide");
+    Pick(2, "mnuBadHide");
     EXPECT_EQ(RowsAndFiles(), "bc Abc");
     EXPECT_TRUE(machine.Windows.Messages.empty());
     CloseBox(*Form5); // does what "&Done" does
