@@ -145,6 +145,22 @@ TEST_F(Win32WindowsTest, FollowsScaleAndColours) {
     }
 }
 
+TEST_F(Win32WindowsTest, AHeaderLooksTheSameUnderTheMouse) {
+    Show();
+    const HWND header = ListView_GetHeader(Real(w.Grid1));
+    SetWindowLongW(header, GWL_STYLE, GetWindowLongW(header, GWL_STYLE) | HDS_HOTTRACK); // as themes do
+    const HDC surface = GetDC(header);
+    std::vector<COLORREF> looks[2];
+    for (std::vector<COLORREF>& look : looks) {
+        UpdateWindow(header);
+        for (int place = 0; place < 100 * 20; ++place)
+            look.push_back(GetPixel(surface, place % 100, place / 100));
+        person.Post(WM_MOUSEMOVE, header, 20, 5);
+    }
+    ReleaseDC(header, surface);
+    EXPECT_EQ(looks[0], looks[1]);
+}
+
 // Any program may send these.
 TEST_F(Win32WindowsTest, TrustsNoWindowThatIsNotItsOwn) {
     Show();

@@ -52,6 +52,14 @@ LRESULT CALLBACK GridProcedure(HWND window, UINT message, WPARAM first, LPARAM s
     return DefSubclassProc(window, message, first, second);
 }
 
+// A header looks the same under the mouse as elsewhere; only with the button down do the moves widen a column.
+LRESULT CALLBACK HeaderProcedure(HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR /*number*/,
+                                 DWORD_PTR /*control*/) {
+    if (message == WM_MOUSEMOVE && (first & MK_LBUTTON) == 0)
+        return 0;
+    return DefSubclassProc(window, message, first, second);
+}
+
 // Shift 1, Ctrl 2, Alt 4.
 int ShiftState() {
     return (GetKeyState(VK_SHIFT) < 0 ? 1 : 0) + (GetKeyState(VK_CONTROL) < 0 ? 2 : 0) +
@@ -68,6 +76,7 @@ Win32Grid::Win32Grid(Win32Window& owner, GridControl& model, HWND__* parent, int
     constexpr DWORD styles = LVS_EX_FULLROWSELECT | LVS_EX_GRIDLINES;
     Send(LVM_SETEXTENDEDLISTVIEWSTYLE, styles, styles);
     SetWindowSubclass(Real(), GridProcedure, 0, reinterpret_cast<DWORD_PTR>(this));
+    SetWindowSubclass(ListView_GetHeader(Real()), HeaderProcedure, 0, 0);
 }
 
 Win32Grid::~Win32Grid() { ImageList_Destroy(rowSpacer_); }
