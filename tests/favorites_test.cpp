@@ -186,10 +186,7 @@ TEST_F(WalkTest, TheDuplicateCheckTakesEachFileOnceUnderItsFirstRoad) {
                           "Zoo\\z.url"};
     for (const bool identities : {true, false}) { // without any, every folder and file is a new one
         machine.Favorites.Identifies = identities;
-        Click(Form3->Option2);
-        Click(Form3->Command1);
-        Click(Form7->Command1);
-        machine.Windows.WaitForEvents();
+        CheckDuplicates();
         const Strings taken = Taken();
         EXPECT_EQ(taken.size(), identities ? 7U : 13U);
         EXPECT_TRUE(!identities || taken == once) << ::testing::PrintToString(taken);
