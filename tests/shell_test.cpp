@@ -53,6 +53,7 @@ TEST_F(ShellTest, AboutLeavesEverythingAndAReturnSelectsTheFirstChoice) {
             ++seen;
         });
         Click(button);
+        EXPECT_EQ(std::exchange(seen, 0), 1) << "no About window";
         EXPECT_FALSE(Form9.IsLoaded());
     };
     StartProgram();
@@ -72,7 +73,8 @@ TEST_F(ShellTest, AboutLeavesEverythingAndAReturnSelectsTheFirstChoice) {
     seeAbout(Form4->Command2);
     EXPECT_EQ(Form4->Command1.Caption, "&Start");
     EXPECT_TRUE(Form4->IsVisible() && !Form3.IsLoaded());
-    EXPECT_EQ(seen, 3);
+    Form5.Show();
+    seeAbout(Form5->Command2);
     EXPECT_FALSE(machine.Windows.HasEnded());
 }
 
