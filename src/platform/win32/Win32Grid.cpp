@@ -52,12 +52,14 @@ LRESULT CALLBACK GridProcedure(HWND window, UINT message, WPARAM first, LPARAM s
     return DefSubclassProc(window, message, first, second);
 }
 
-// A header looks the same under the mouse as elsewhere; only with the button down do the moves widen a column.
-LRESULT CALLBACK HeaderProcedure(HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR /*number*/,
-                                 DWORD_PTR /*control*/) {
-    if (message == WM_MOUSEMOVE && (first & MK_LBUTTON) == 0)
-        return 0;
-    return DefSubclassProc(window, message, first, second);
+WNDPROC headerProcedure = nullptr; // the one of their class
+
+// A header looks the same under the mouse as elsewhere; only with the button down do the moves widen a column. A grid
+// asks its header about every row, so this is no subclass, which is looked up for each message.
+LRESULT CALLBACK HeaderProcedure(HWND window, UINT message, WPARAM first, LPARAM second) {
+    return message == WM_MOUSEMOVE && (first & MK_LBUTTON) == 0
+               ? 0
+               : CallWindowProcW(headerProcedure, window, message, first, second);
 }
 
 // Shift 1, Ctrl 2, Alt 4.
@@ -76,7 +78,8 @@ Win32Grid::Win32Grid(Win32Window& owner, GridControl& model, HWND__* parent, int
     constexpr DWORD styles = LVS_EX_FULLROWSELECT | LVS_EX_GRIDLINES;
     Send(LVM_SETEXTENDEDLISTVIEWSTYLE, styles, styles);
     SetWindowSubclass(Real(), GridProcedure, 0, reinterpret_cast<DWORD_PTR>(this));
-    SetWindowSubclass(ListView_GetHeader(Real()), HeaderProcedure, 0, 0);
+    headerProcedure = reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrW(ListView_GetHeader(Real()), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(HeaderProcedure)));
 }
 
 Win32Grid::~Win32Grid() { ImageList_Destroy(rowSpacer_); }
