@@ -164,11 +164,12 @@ public:
         return cells;
     }
 
+    // With their widths.
     static Strings VisibleColumns(const Grid& grid) {
         Strings headers;
         for (const auto& column : grid.Columns())
             if (column.Visible)
-                headers.push_back(column.Header);
+                headers.push_back(column.Header + " " + std::to_string(column.Width));
         return headers;
     }
 

@@ -47,7 +47,7 @@ public:
         Tree1.FinishNodes();
         Tree1.Check = [this](int node, int value) { Write("Check", 100 * node + 10 * value + Tree1.NodeCheck(node)); };
         for (const char* column : {"Name", "Hidden", "Folder"})
-            Grid1.AddColumn(column, 100, *column != 'H');
+            Grid1.AddColumn(column, 90, *column != 'H');
         for (const char* name : {"c", "b", "a"}) {
             Grid1.AddRow();
             Grid1.SetCellText(Grid1.RowCount(), 1, name);

@@ -44,6 +44,8 @@ TEST_F(AvailabilityTest, TheTreeOffersTheFirstLevelAndItsTicksNeverCoverAFolderT
     }
     EXPECT_EQ(Nodes(), (Strings{"- Your Favorites -", Root, "A", "B", "notes.txt", Deeper}));
     EXPECT_TRUE(Form4->Tree1.Finished());
+    for (int node = 1; node <= 6; ++node)
+        EXPECT_EQ(Form4->Tree1.NodeAt(node).Parent, node == 1 || node == 6 ? 0 : 1);
 }
 
 // More folders than the windows can count: the last place is kept for the option.
@@ -310,6 +312,7 @@ TEST_F(RunTest, ATimeoutThatNoTimerTakesIsTheOneBefore) {
         machine.Settings.Values["Timeout"] = timeout;
         Form4.Unload();
         EXPECT_EQ(Form4->Timer1.Interval(), interval) << timeout;
+        EXPECT_EQ(Form4->Label11.Caption, Form4Window::HelpText);
     }
 }
 

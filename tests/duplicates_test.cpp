@@ -42,7 +42,7 @@ TEST_F(DuplicatesTest, PairsEqualLinksInTheOrderOfADoubleLoop) {
                 wanted.push_back(Form7->szNames[i] + "-" + Form7->szNames[j]);
     EXPECT_EQ(Pairs(), wanted);
     EXPECT_EQ(Form7->szLinks.size(), 155U);
-    EXPECT_EQ(VisibleColumns(Form7->Grid1), (Strings{"Link 1", "Folder 1", "Link 2", "Folder 2"}));
+    EXPECT_EQ(VisibleColumns(Form7->Grid1), (Strings{"Link 1 105", "Folder 1 93", "Link 2 105", "Folder 2 93"}));
     EXPECT_EQ(RowCells(Form7->Grid1, 1), (Strings{"A", "Favorites root", "B", "Work", machine.Favorites.Full("A.url"),
                                                   machine.Favorites.Full("Work\\B.url")}));
     EXPECT_FALSE(Form7->Frame1.Visible);

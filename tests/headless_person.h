@@ -32,7 +32,7 @@ public:
             ActOn(*effect.Press);
         if (effect.OpenMenu != nullptr)
             ClickRow(0, 2);
-        if (effect.Handled || key.Which != Key::Letter)
+        if (effect.Handled || key.Letter.empty())
             return;
         if (focused == &w.Text1)
             Do(&Input::Edit, w.Text1, w.Text1.Text + key.Letter);

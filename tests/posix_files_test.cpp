@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include <pwd.h>
+
 namespace tarnwick::test {
 namespace {
 
@@ -59,6 +61,7 @@ TEST_F(PosixFilesTest, FavoritesFolderFollowsUserDirs) {
         {"XDG_FAVORITES_DIR=\"$HOMEWARD/x\"", usual},
         {"XDG_FAVORITES_DIR=\"$HOME\"", usual},
         {"XDG_FAVORITES_DIR_TWO=\"/x\"", usual},
+        {"~XDG_FAVORITES_DIR=\"/x\"", usual},
         {"XDG_FAVORITES_DIR=\"/a\\\\b\"", ""},
         {"XDG_FAVORITES_DIR=\"/unclosed", "\\unclosed"},
     };
@@ -72,6 +75,9 @@ TEST_F(PosixFilesTest, FavoritesFolderFollowsUserDirs) {
     std::filesystem::remove(home / ".config\\user-dirs.dirs");
     mkfifo((home / ".config\\user-dirs.dirs").c_str(), 0600); // must not be waited for
     EXPECT_EQ(files.FavoritesFolder(), usual);
+    unsetenv("HOME");
+    setenv("XDG_CONFIG_HOME", home.Path().c_str(), 1);
+    EXPECT_EQ(SystemPath(files.FavoritesFolder()), getpwuid(getuid())->pw_dir + "/Favorites"s);
 }
 
 } // namespace

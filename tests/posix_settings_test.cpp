@@ -37,6 +37,16 @@ TEST_F(PosixSettingsTest, HandEditedFileIsReadAndItsOtherLinesStay) {
               "[Other]\r\nA=1\r\nB=2\n[Hex]\r\nA=\\x4A\\x4a\\x4f\\x5F\\xag\n[Third]\nC=3\n");
 }
 
+TEST_F(PosixSettingsTest, NothingIsWrittenUnderANameThatLeadsElsewhere) {
+    for (const std::string& name : {std::string(), std::string("."), std::string(".."), std::string("a/b"),
+                                    std::string("a\\b"), std::string("a\0", 2)}) {
+        EXPECT_FALSE(home.Settings().Write(name, "Preferences", {{"Timeout", "5"}})) << name;
+        EXPECT_EQ(home.Settings().Read(name, "Preferences", "Timeout", "none"), "none") << name;
+    }
+    EXPECT_FALSE(Write({{"Timeout", "5"}}, "") || Write({{"", "5"}}));
+    EXPECT_FALSE(std::filesystem::exists(home / "config"));
+}
+
 TEST_F(PosixSettingsTest, WhatCanNotBeReadIsNotReplaced) {
     WriteFile(file_, "[Preferences]\nTimeout=30\n" + std::string(2U << 20U, 'x'));
     EXPECT_EQ(Read("Timeout") + Read("Missing"), "30(default)");

@@ -80,13 +80,21 @@ TEST_F(PosixSocketsTest, NothingIsHeardOfASilentOrForeignSocketAndOfACopyInAChil
 }
 
 TEST_F(PosixSocketsTest, NumbersOfWindowsAreTranslatedAndOthersFail) {
+    AddressRecord everybody = machine.Address();
+    everybody.Address = 0xFFFFFFFF; // refused by the call itself
+    const SocketNumber refused = Start(everybody);
+    const Events last = Next(1);
+    EXPECT_TRUE(last.size() == 1 && last[0][0] == refused && last[0][2] > 10000);
     for (const auto& [family, type, protocol] : {std::array{10, 1, 6}, {2, 2, 6}, {2, 1, 17}})
         EXPECT_EQ(Sockets().Open(family, type, protocol), -1);
     const int status = InChild([] {
-        for (const int standard : {0, 1, 2})
+        bool above = true;
+        for (const int standard : {2, 1, 0}) {
             close(standard);
-        const SocketNumber number = Sockets().Open(2, 1, 6);
-        return number > 2 && fcntl(number, F_GETFD) == FD_CLOEXEC && fcntl(0, F_GETFD) < 0 ? 0 : 1;
+            const SocketNumber number = Sockets().Open(2, 1, 6);
+            above = above && number > 2 && fcntl(number, F_GETFD) == FD_CLOEXEC && fcntl(standard, F_GETFD) < 0;
+        }
+        return above ? 0 : 1;
     });
     EXPECT_EQ(status, 0) << "a program that was started without standard files";
     const SocketNumber number = Sockets().Open(2, 1, 6);

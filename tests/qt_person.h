@@ -12,6 +12,7 @@
 #include "window/Pace.h"
 #include "window/Reach.h"
 
+#include <QSignalSpy>
 #include <QTest>
 #include <QtWidgets>
 

@@ -49,9 +49,31 @@ TEST_F(QtWindowsTest, ShowsDataAsPlainTextEverywhere) {
     EXPECT_EQ(person.Real(w.Label1).toolTip(), "<p style='white-space:pre'>&lt;b&gt;bold&lt;/b&gt;</p>");
     const auto& grid = person.Real<QTableView>(w.Grid1);
     EXPECT_EQ(grid.model()->index(0, 0).data(), MarkupShown.c_str());
+    EXPECT_EQ(grid.columnWidth(0) + grid.columnWidth(1), 90 + 90);
     const QHeaderView& header = *grid.horizontalHeader();
     QTest::mouseClick(header.viewport(), Qt::LeftButton, {}, QPoint(header.sectionViewportPosition(1) + 20, 5));
     EXPECT_EQ(Raised(), Log{"Header 3"});
+    w.Grid1.MouseButton = [this](int button, int shift, int, int y) {
+        w.Log.push_back(std::to_string(button) + " " + std::to_string(shift) + (y > 20 ? " below the header" : ""));
+    };
+    for (const auto& [button, key] : {std::pair{Qt::LeftButton, Qt::ShiftModifier},
+                                      {Qt::RightButton, Qt::ControlModifier},
+                                      {Qt::MiddleButton, Qt::AltModifier}})
+        QTest::mouseDClick(grid.viewport(), button, key, grid.visualRect(grid.model()->index(1, 0)).center());
+    EXPECT_EQ(Raised(), (Log{"1 1 below the header", "2 2 below the header", "4 4 below the header"}));
+    EXPECT_EQ(p.SelectedRow(), 2);
+    for (const Key key : {Key::Down, Key::Up}) {
+        w.Grid1.SelectedRow = 0;
+        p.Settle();
+        w.SetFocus(w.Grid1);
+        p.Settle();
+        p.Type({.Which = key});
+        EXPECT_EQ(w.Grid1.SelectedRow, 2) << "the row that the keyboard is at";
+    }
+    QSignalSpy redrawn(grid.model(), &QAbstractItemModel::dataChanged);
+    w.Grid1.SetCellText(1, 3, "here");
+    p.Settle();
+    EXPECT_EQ(redrawn.count(), 1);
     for (const int row : {2, 1}) {
         const QPoint place = grid.visualRect(grid.model()->index(row, 0)).center();
         QHelpEvent help(QEvent::ToolTip, place, grid.viewport()->mapToGlobal(place));
@@ -104,7 +126,14 @@ TEST_F(QtWindowsTest, ReadsWellToAScreenReader) {
     EXPECT_EQ(Read(w.Label2), ""); // an empty value; not its frame's title
     EXPECT_EQ(Read(w.Label2, QAccessible::Description) + Read(w.Text1), "StatusSeconds");
     EXPECT_EQ(Read(w.Command1) + Read(w.Command1, QAccessible::Accelerator), "OneAlt+O");
-    EXPECT_TRUE(person.Reader(w.Check1)->state().checkable);
+    EXPECT_TRUE(person.Reader(w.Check1)->state().checkable && person.Reader(w.Command1)->state().defaultButton);
+    for (const auto& [control, role] : {std::pair{static_cast<Control*>(&w.Check1), QAccessible::CheckBox},
+                                        {&w.Option1, QAccessible::RadioButton},
+                                        {&w.Command2, QAccessible::PushButton}})
+        EXPECT_EQ(person.Reader(*control)->role(), role);
+    for (const QString& action :
+         {QAccessibleActionInterface::pressAction(), QAccessibleActionInterface::toggleAction()})
+        EXPECT_EQ(person.Reader(w.Command1)->actionInterface()->keyBindingsForAction(action), QStringList("Alt+O"));
     person.Reader(w.Text1)->setText(QAccessible::Value, QStringLiteral("7"));
     EXPECT_EQ(w.Text1.Text, "7");
 
@@ -128,12 +157,30 @@ TEST_F(QtWindowsTest, OpensCentredAndFollowsItsFrameLater) {
     EXPECT_TRUE(off.manhattanLength() <= 1 && real.frameGeometry().height() > real.height());
     w.Icon = "tarnwick.png";
     w.BackColor = Color::Rgb(1, 2, 3);
-    w.Edge = 5;
-    p.Settle();
+    w.Shape1.Visible = false; // over the edge
+    const auto seenAt = [&](int x, int y) { return real.grab().toImage().pixelColor(x, y); };
+    for (const auto& [edge, colors] : {std::pair{5, " 206 255 own own 128 64"}, {10, " 128 64 own own 206 255"}}) {
+        w.Edge = edge;
+        p.Settle();
+        for (const bool across : {true, false}) {
+            std::string seen;
+            for (const int at : {0, 1, 2, 397, 398, 399}) {
+                const QColor color = across ? seenAt(at, 350) : seenAt(280, at);
+                seen += color == QColor(1, 2, 3) ? " own" : " " + std::to_string(color.lightness());
+            }
+            EXPECT_EQ(seen, colors);
+        }
+    }
     EXPECT_TRUE(real.windowIcon().availableSizes().contains(QSize(32, 32)));
-    const QImage seen = real.grab().toImage();
-    EXPECT_EQ(seen.pixelColor(1, 1), QColor(255, 255, 255));
-    EXPECT_EQ(seen.pixelColor(350, 350), QColor(1, 2, 3));
+    w.Label1.Caption = "Label";
+    w.Label1.Font.Underline = true;
+    w.Label1.BackColor = Color::Rgb(0, 0, 99);
+    p.Settle();
+    w.Label1.ForeColor = Color::Rgb(99, 0, 0); // alone
+    p.Settle();
+    const auto& label = person.Real(w.Label1);
+    EXPECT_TRUE(label.font().underline());
+    EXPECT_EQ(label.palette().color(QPalette::WindowText).red() + seenAt(99, 7).blue(), 99 + 99);
 }
 
 TEST_F(QtWindowsTest, TakesAClickForWhatTheUserSawThen) {
@@ -190,7 +237,8 @@ TEST_F(QtWindowsTest, RealWindowStaysWhileItsHandlerIsOnTheStack) {
     const QPointer<QWidget> real = RealOf(w);
     p.Soon([&] {
         p.Click(w.Command1);
-        EXPECT_NE(real, nullptr);
+        ASSERT_NE(real, nullptr);
+        EXPECT_EQ(real->findChild<QTableView*>()->model()->index(0, 0).data(), QVariant()) << "of a grid that has gone";
     });
     person.Machine.Windows.WaitForEvents();
 }
@@ -201,8 +249,24 @@ TEST_F(QtWindowsTest, WaitShowsWhatHasChangedAndReturnsForATick) {
     w.Label1.Caption = "new";
     person.Machine.Windows.WaitForEvents(); // painting the label is no event
     EXPECT_EQ(Raised(), Log{"new"});
-    p.Soon([&] { person.Machine.Windows.End(); });
+    static int messages = 0;
+    person.Machine.Loop.Install(w.Handle(),
+                                [](WindowHandle, std::uint32_t, std::int32_t, std::int32_t) { return ++messages; });
+    bool painted = false;
+    w.Timer1.Tick = [&] { // also after a look-up in Qt's own loop
+        if (painted)
+            person.Machine.Windows.End();
+    };
+    p.Soon([&] {
+        const std::int64_t start = services().Clock.Now();
+        services().Windows.PaintUntil([](std::int64_t) { return false; }, 50);
+        EXPECT_GE(services().Clock.Now() - start, 49);
+        person.Machine.Loop.Post({w.Handle(), 1, 0, 0});
+        painted = true;
+    });
+    QTimer::singleShot(20000, qApp, &QCoreApplication::quit);
     person.Machine.Windows.Run();
+    EXPECT_TRUE(!p.Shows(w) && messages == 1);
 }
 
 } // namespace

@@ -30,7 +30,7 @@ protected:
 };
 
 TEST_F(ReportTest, TheMenuNamesTheSelectedRow) {
-    EXPECT_EQ(VisibleColumns(Form5->Grid1), (Strings{"Name", "Folder", "URL", "Problem"}));
+    EXPECT_EQ(VisibleColumns(Form5->Grid1), (Strings{"Name 110", "Folder 104", "URL 265", "Problem 110"}));
     for (const auto& [row, button] : {std::pair{0, 2}, {2, 1}}) {
         Form5->Grid1.SelectedRow = row;
         Form5->Raise(Form5->Grid1.MouseButton, button, 0, 5, 5);

@@ -99,7 +99,7 @@ TEST_F(WindowTest, TimersTickOnceAPassAndRefuseSenselessIntervals) {
     EXPECT_EQ(ticksAfter(5000), 0);
     timer.Enable(); // counts from zero
     EXPECT_EQ(ticksAfter(299), 0);
-    timer.SetInterval(100); // and so does a new interval
+    EXPECT_TRUE(timer.SetInterval(100)); // and so does a new interval
     EXPECT_EQ(ticksAfter(99), 0);
     EXPECT_EQ(ticksAfter(1), 1);
 }
@@ -117,10 +117,27 @@ TEST_F(WindowTest, ThePaceFollowsTheCostOfDrawing) {
 TEST_F(WindowTest, AnAccessKeyIsTheLetterAfterASingleMark) {
     CommandButton button;
     for (const auto& [caption, key] :
-         {std::pair{"&Go!", "G"}, {"A && &b", "B"}, {"&&c", ""}, {"none", ""}, {"last&", ""}}) {
+         {std::pair{"&Go!", "G"}, {"A &&&b", "B"}, {"&&c", ""}, {"none", ""}, {"last&", ""}}) {
         button.Caption = caption;
         EXPECT_EQ(AccessKeyOf(button), key) << caption;
     }
+}
+
+TEST_F(WindowTest, AFieldTakesNoMoreThanItHoldsButWhatMakesALongTextShorter) {
+    Form1.Show();
+    TextBox& field = Form1->Text1; // of two characters
+    for (const auto& [before, text, after] : {std::tuple{"1", "12", "12"},
+                                              {"12", "123", "12"},
+                                              {"12", "\xC3\xA9\xC3\xA9", "\xC3\xA9\xC3\xA9"},
+                                              {"1234", "5678", "1234"},
+                                              {"1234", "123", "123"}}) {
+        field.Text = before;
+        const bool taken = Input(*Form1).Edit(field, text);
+        EXPECT_EQ(taken, field.Text == text);
+        EXPECT_EQ(field.Text, after);
+    }
+    field.Enabled = false;
+    EXPECT_FALSE(Input(*Form1).Edit(field, ""));
 }
 
 TEST_F(WindowTest, AGreyedEntryIsNeverChosen) {
@@ -162,6 +179,8 @@ TEST_F(WindowTest, EveryWindowIsWhole) {
             EXPECT_TRUE(!isButton || taken.insert("&" + AccessKeyOf(*control)).second);
             defaults += isButton && static_cast<const CommandButton*>(control)->Default ? 1 : 0;
             EXPECT_FALSE(control->TabIndex >= 0 && (control->Caption + control->AccessibleName).empty());
+            const bool isPicture = control->Kind == ControlKind::PictureBox && slot != &Form6;
+            EXPECT_TRUE(!isPicture || static_cast<const PictureBox*>(control)->Picture == "side.jpg");
         }
         EXPECT_FALSE(taken.contains("&")) << "a button without a key";
         EXPECT_EQ(defaults, slot == &Form2 || slot == &Form9 ? 0 : 1);

@@ -46,6 +46,8 @@ KeyEffect PressAccessKey(const KeyPress& key, const Window& window) {
 } // namespace
 
 KeyEffect EffectOf(const KeyPress& key, const Window& window, const Control* focused) {
+    if (!window.TakesInput())
+        return {.Handled = true};
     switch (key.Which) {
     case Key::Tab:
         return {.Handled = true, .Focus = NextStop(window, focused, key.Shift)};

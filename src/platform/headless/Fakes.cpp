@@ -128,6 +128,8 @@ constexpr std::int32_t EventClose = 32;
 constexpr std::int32_t ConnectionRefused = 10061;
 constexpr std::int32_t AddressNotAvailable = 10049;
 
+bool IsLinger(std::int32_t level, std::int32_t option) { return level == 65535 && option == 128; }
+
 } // namespace
 
 void FakeSockets::Notify(std::int32_t event, std::int32_t error) {
@@ -164,12 +166,13 @@ SocketNumber FakeSockets::Open(std::int32_t, std::int32_t, std::int32_t) {
     return last_;
 }
 
-std::int32_t FakeSockets::SetOption(SocketNumber, std::int32_t, std::int32_t, const LingerRecord&) {
-    return Fails("SetOption") ? -1 : 0;
+std::int32_t FakeSockets::SetOption(SocketNumber, std::int32_t level, std::int32_t option, const LingerRecord&) {
+    return Fails("SetOption") || !IsLinger(level, option) ? -1 : 0;
 }
 
-std::int32_t FakeSockets::GetOption(SocketNumber, std::int32_t, std::int32_t, LingerRecord&, std::int32_t&) {
-    return Fails("GetOption") ? -1 : 0;
+std::int32_t FakeSockets::GetOption(SocketNumber, std::int32_t level, std::int32_t option, LingerRecord&,
+                                    std::int32_t&) {
+    return Fails("GetOption") || !IsLinger(level, option) ? -1 : 0;
 }
 
 std::int32_t FakeSockets::AsyncSelect(SocketNumber, WindowHandle window, std::uint32_t message, std::int32_t) {

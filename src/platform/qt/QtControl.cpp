@@ -20,6 +20,7 @@ QtControl::QtControl(Control& control, QWidget& widget) : control_(control), wid
     widget_.setAccessibleName(SingleLineOf(control.AccessibleName));
     widget_.setAccessibleDescription(SingleLineOf(control.AccessibleDescription));
     widget_.setFocusPolicy(control.TabIndex >= 0 ? Qt::StrongFocus : Qt::NoFocus);
+    widget_.setGeometry(PixelsOf(control.Place));
     widget_.setAttribute(Qt::WA_NoMousePropagation); // a click on a control is none on what it covers
 }
 
@@ -40,10 +41,6 @@ void QtControl::Sync(bool shown) {
 void QtControl::SyncLooks() {
     const bool first = !looks_;
     Looks& shown = first ? looks_.emplace() : *looks_;
-    if (first || shown.Place != control_.Place) {
-        shown.Place = control_.Place;
-        widget_.setGeometry(PixelsOf(shown.Place));
-    }
     if (first || shown.Font != control_.Font) {
         shown.Font = control_.Font;
         widget_.setFont(FontOf(shown.Font));

@@ -52,7 +52,6 @@ protected:
 
 private:
     struct Looks {
-        Rect Place;
         tarnwick::Font Font;
         Color ForeColor;
         Color BackColor;

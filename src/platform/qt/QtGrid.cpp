@@ -214,12 +214,11 @@ void QtGrid::ShowColors() const {
 
 void QtGrid::ShowSelection() {
     QItemSelectionModel& selection = *view_.selectionModel();
-    const int row = grid_.SelectedRow - 1;
-    if (row < 0 || row >= rows_.rowCount())
+    const QModelIndex row = rows_.index(grid_.SelectedRow - 1, std::max(0, view_.currentIndex().column()));
+    if (!row.isValid())
         selection.clearSelection();
-    else if (!selection.isRowSelected(row))
-        selection.setCurrentIndex(rows_.index(row, std::max(0, view_.currentIndex().column())),
-                                  QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    else if (!selection.isRowSelected(row.row()))
+        selection.setCurrentIndex(row, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
 }
 
 void QtGrid::TakeSelection() {

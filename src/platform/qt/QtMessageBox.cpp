@@ -55,7 +55,6 @@ void QtMessageBox::SetButtons(MessageButtons buttons) {
     button(Yes)->setText(QStringLiteral("&Yes"));
     button(No)->setText(QStringLiteral("&No"));
     setDefaultButton(No);
-    setEscapeButton(No);
 }
 
 // A text too high for its usual width gets more of it, and is cut where that is too little.

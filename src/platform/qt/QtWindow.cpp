@@ -57,6 +57,7 @@ QtWindow::QtWindow(Window& window, QtPump& pump, const HeldKeys& heldKeys)
     setFixedSize(PixelsOf(window.ClientWidth), PixelsOf(window.ClientHeight));
     setMouseTracking(FollowsMouse(window));
     BuildControls();
+    installEventFilter(this);
     connect(&pump, &QtPump::Painted, this, &QtWindow::HandleLateClose);
 }
 
@@ -199,7 +200,7 @@ void QtWindow::BeforeInput(const QEvent& event) {
     pump_.BeforeInput();
 }
 
-// All input of all controls comes by here first.
+// All input of the window and of its controls comes by here first.
 bool QtWindow::eventFilter(QObject* watched, QEvent* event) {
     if (window_ == nullptr)
         return false;
@@ -236,14 +237,12 @@ void QtWindow::HandleMouse(const QtControl& control, const QMouseEvent& event) {
 }
 
 void QtWindow::MoveMouse(const QMouseEvent& event) {
-    if (window_ == nullptr || !hasMouseTracking())
-        return;
     const QPoint place = mapFromGlobal(event.globalPosition().toPoint());
     Pass([&](Input& input) { input.MoveMouse(TwipsOf(place.x()), TwipsOf(place.y())); });
 }
 
 bool QtWindow::HandleKey(const QKeyEvent& event) {
-    if (window_ == nullptr || !window_->TakesInput())
+    if (window_ == nullptr)
         return true;
     const std::optional<KeyPress> key = KeyPressOf(event, heldKeys_.IsRepeated(event));
     const QtControl* focused = Find(focusWidget());
@@ -272,13 +271,8 @@ void QtWindow::HandleLateClose() {
         QCoreApplication::postEvent(this, new QCloseEvent);
 }
 
-// A key that no control has taken; a dialog of Qt's would close itself on Esc.
-void QtWindow::keyPressEvent(QKeyEvent* event) {
-    BeforeInput(*event);
-    event->setAccepted(HandleKey(*event));
-}
-
-void QtWindow::mouseMoveEvent(QMouseEvent* event) { MoveMouse(*event); }
+// A dialog of Qt's would close itself on Esc.
+void QtWindow::keyPressEvent(QKeyEvent* event) { event->ignore(); }
 
 void QtWindow::paintEvent(QPaintEvent*) {
     if (place_ && !windowHandle()->frameMargins().isNull()) {
@@ -286,8 +280,6 @@ void QtWindow::paintEvent(QPaintEvent*) {
             Centre();
         place_.reset();
     }
-    if (frame_.Edge == 0)
-        return;
     QPainter painter(this);
     PaintEdge(painter, rect(), frame_.Edge);
 }

@@ -60,7 +60,6 @@ protected:
     void closeEvent(QCloseEvent* event) override;
     bool focusNextPrevChild(bool /*next*/) override { return false; } // the model has the order
     void keyPressEvent(QKeyEvent* event) override;
-    void mouseMoveEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:

@@ -18,11 +18,7 @@ QtWindows::QtWindows(MessageLoop& loop, PosixSockets& sockets)
     UseReaderInterfaces();
 }
 
-QtWindows::~QtWindows() {
-    windows_.clear();
-    discarded_.clear();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-}
+QtWindows::~QtWindows() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
 
 void QtWindows::Run() {
     pump_.RunNested([] { QApplication::exec(); });
