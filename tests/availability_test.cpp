@@ -44,6 +44,9 @@ TEST_F(AvailabilityTest, TheTreeOffersTheFirstLevelAndItsTicksNeverCoverAFolderT
     }
     EXPECT_EQ(Nodes(), (Strings{"- Your Favorites -", Root, "A", "B", "notes.txt", Deeper}));
     EXPECT_TRUE(Form4->Tree1.Finished());
+    for (const int none : {-1, 0, 1, 7})
+        Input(*Form4).Tick(Form4->Tree1, none);
+    EXPECT_EQ(Ticked(), (Strings{Root, Deeper}));
     for (int node = 1; node <= 6; ++node)
         EXPECT_EQ(Form4->Tree1.NodeAt(node).Parent, node == 1 || node == 6 ? 0 : 1);
 }

@@ -11,9 +11,12 @@ using WindowContract = WindowFixture;
 
 TEST_F(WindowContract, RaisesWhatAPersonDoes) {
     Show();
-    for (const char* digit : {"1", "2", "3"})
-        p.Type({.Letter = digit, .Repeated = *digit == '2'}); // a field takes a held key's repetitions
-    EXPECT_EQ(w.Text1.Text + " " + p.Text(w.Text1), "12 12"); // longer than the field takes
+    for (const char* letter : {"1", " ", "3"})
+        p.Type({.Letter = letter, .Repeated = *letter == ' '}); // a field takes a held key's repetitions
+    EXPECT_EQ(w.Text1.Text + "," + p.Text(w.Text1), "1 ,1 ");   // longer than the field takes
+    w.Text1.Text = "5";
+    p.Type({.Letter = "6"}); // to what the model says now
+    EXPECT_EQ(w.Text1.Text.size(), 2U);
     p.Click(w.Command2);
     p.ActOn(w.Command1);
     p.Click(w.Check1);
@@ -194,6 +197,9 @@ TEST_F(WindowContract, GivesMouseMovesToTheControlUnderTheMouse) {
     p.MoveMouse(2700, 1000); // inside the frame, beside its controls
     p.MoveMouse(300, 5500);
     EXPECT_EQ(Raised(), (Log{"label", "frame", "window"}));
+    for (const auto& [x, y] : {std::pair{1500, 0}, {0, 210}, {2985, 300}, {0, 1200}})
+        p.MoveMouse(x, y); // at their edges
+    EXPECT_EQ(Raised(), (Log{"window", "window", "frame", "window"}));
 }
 
 TEST_F(WindowContract, OnlyPaintsWhileWorkIsUnderWay) {

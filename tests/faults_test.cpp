@@ -59,5 +59,22 @@ TEST(FaultsTest, EachServiceCallFailsOnceInEachOfItsWays) {
     }
 }
 
+TEST(FaultsTest, TheEndOfTheProgramEndsEveryCheck) {
+    for (int pass = 1; pass <= 16; ++pass)
+        for (const bool duplicates : {true, false}) {
+            User<HeadlessPlatform> user;
+            Prepare(user.machine);
+            user.StartProgram();
+            std::size_t read = 100;
+            user.machine.Windows.InPass(pass, [&] {
+                user.machine.Windows.End();
+                read = user.machine.Favorites.ReadIn.size();
+            });
+            duplicates ? user.CheckDuplicates() : user.CheckAll();
+            EXPECT_LE(user.machine.Favorites.ReadIn.size(), read) << "in pass " << pass;
+            EXPECT_TRUE(NoListingIsOpen() && user.machine.Sockets.OpenNumbers.empty());
+        }
+}
+
 } // namespace
 } // namespace tarnwick

@@ -52,7 +52,7 @@ TEST_F(PosixFilesTest, FavoritesFolderFollowsUserDirs) {
     std::string root = Path("");
     std::ranges::replace(root, '/', '\\');
     const std::string usual = root + "Favorites";
-    const std::pair<const char*, std::string> rows[] = {
+    const std::pair<std::string, std::string> rows[] = {
         {"# XDG_FAVORITES_DIR=\"$HOME/x\"\n  XDG_FAVORITES_DIR = \"/srv/./a//b/.\" # mine\nXDG_DESKTOP_DIR=\"$HOME/y\"",
          "\\srv\\a\\b"},
         {"XDG_FAVORITES_DIR=\"$HOME/a \\\"b\\\" \\$c\"", root + "a \"b\" $c"},
@@ -64,6 +64,8 @@ TEST_F(PosixFilesTest, FavoritesFolderFollowsUserDirs) {
         {"~XDG_FAVORITES_DIR=\"/x\"", usual},
         {"XDG_FAVORITES_DIR=\"/a\\\\b\"", ""},
         {"XDG_FAVORITES_DIR=\"/unclosed", "\\unclosed"},
+        {"XDG_FAVORITES_DIR=/bare", usual},
+        {"XDG_FAVORITES_DIR=\"/a\0b\""s, usual},
     };
     for (const auto& [userDirs, folder] : rows) {
         MakeFile("config\\user-dirs.dirs", userDirs);

@@ -2,11 +2,21 @@
 #include "contract_sockets.h"
 #include "probe/HostLookups.h"
 
+#include <cstring>
+
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <netdb.h>
 
 // In the place of the system's: a name that is found late, and one that is never.
+extern "C" int getnameinfo(const sockaddr* of, socklen_t, char* name, socklen_t, char*, socklen_t, int flags) {
+    const auto& address = *reinterpret_cast<const sockaddr_in*>(of);
+    if (address.sin_family != AF_INET || address.sin_addr.s_addr != htonl(0x7F000005) || flags != NI_NAMEREQD)
+        return EAI_NONAME;
+    std::strcpy(name, "late.example");
+    return 0;
+}
+
 extern "C" int getaddrinfo(const char* name, const char* service, const addrinfo* hints, addrinfo** found) {
     static const auto ofSystem = reinterpret_cast<decltype(&getaddrinfo)>(dlsym(RTLD_NEXT, "getaddrinfo"));
     if (std::string(name) == "dead.example")
@@ -67,12 +77,18 @@ TEST_F(PosixSocketsTest, NothingIsHeardOfASilentOrForeignSocketAndOfACopyInAChil
     EXPECT_EQ(Receive(copy), "failed");
     EXPECT_EQ(Sockets().AsyncSelect(copy, owner->Handle(), SocketMessage, 51), -1);
     EXPECT_EQ(Sockets().Connect(copy, {}), -1);
+    LingerRecord record;
+    std::int32_t length = 0;
+    EXPECT_EQ(Sockets().SetOption(copy, 65535, 128, {1, 0}), -1);
+    EXPECT_EQ(Sockets().GetOption(copy, 65535, 128, record, length), -1);
     EXPECT_EQ(Sockets().Close(number), 0);
     EXPECT_NE(fcntl(copy, F_GETFD), -1);
     machine.Say("x");
     EXPECT_EQ(Next(1, 30), Events{});
     EXPECT_EQ(StartConnected(), number) << "the old one's peer hangs up meanwhile";
     machine.Say("x");
+    while (SocketOwner::Got.empty() && machine.Clock.Now() - start < 20000)
+        services().Windows.PumpEvents(); // never waits
     EXPECT_EQ(Next(1), (Events{{number, Read, 0}}));
     EXPECT_EQ(Receive(number), "x");
     EXPECT_EQ(Next(1, 30), Events{});
@@ -113,11 +129,19 @@ TEST_F(PosixSocketsTest, NumbersOfWindowsAreTranslatedAndOthersFail) {
     EXPECT_EQ(Sockets().AddressFromText(std::string("1\0", 2)), 0xFFFFFFFFU);
 }
 
+TEST_F(PosixSocketsTest, LeavesNoDescriptorOpen) {
+    const auto descriptors = [] { return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {}); };
+    const auto before = descriptors();
+    EXPECT_GT(PosixSockets(machine.Loop).Open(2, 1, 6), 0);
+    EXPECT_EQ(descriptors(), before);
+}
+
 TEST_F(PosixSocketsTest, ALateNameIsFoundAndADeadOneIsLeftInTime) {
     const std::int64_t start = machine.Clock.Now();
     EXPECT_EQ(AddressOfHost("late.example", 60000), std::string("\x7F\0\0\5", 4));
     EXPECT_EQ(AddressOfHost("dead.example", 200), "");
     EXPECT_LT(machine.Clock.Now() - start, 5000);
+    EXPECT_EQ(Sockets().NameOfHost(0x0500007F) + Sockets().NameOfHost(0), "late.example");
 }
 
 } // namespace

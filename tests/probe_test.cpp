@@ -97,9 +97,12 @@ TEST_F(ProbeTest, NamesItsOwnHostAndOthers) {
 }
 
 TEST_F(ProbeTest, ASocketBeyondSixteenBitsIsClosed) {
-    machine.Sockets.NextNumber = 32767;
-    Socket().SOCKET_CONNECT(Form2->Handle(), "good.example", 80, 0);
-    EXPECT_EQ(Socket().SocketHandle(), 32767);
+    machine.Sockets.NextNumber = 32766;
+    for (const int number : {32766, 32767}) {
+        Socket().SOCKET_CONNECT(Form2->Handle(), "good.example", 80, 0);
+        EXPECT_EQ(Socket().SocketHandle(), number);
+        EXPECT_EQ(machine.Sockets.OpenNumbers.size(), 1U) << "the one before";
+    }
     Socket().SOCKET_DISCONNECT(Form2->Handle());
     Socket().SOCKET_CONNECT(Form2->Handle(), "good.example", 80, 0);
     EXPECT_EQ(Socket().SocketHandle(), -1);
@@ -111,16 +114,19 @@ TEST_F(ProbeTest, RaisesTheEventsOfItsSocketAlone) {
     Socket().Connect = [&] { events.emplace_back("connect"); };
     Socket().Receive = [&](const std::string& data) { events.push_back("receive " + data); };
     Socket().Disconnect = [&] { events.emplace_back("disconnect"); };
+    Socket().Accept = [&](std::int32_t request) { events.push_back("accept " + std::to_string(request)); };
     Socket().Error = [&](std::int32_t error) { events.push_back("error " + std::to_string(error)); };
     machine.Sockets.Hosts["shut.example"] = {.Refuses = true};
     const auto connect = [&](const char* host) { Socket().SOCKET_CONNECT(Form2->Handle(), host, 80, 0); };
 
+    for (const int event : {3, 4})
+        Socket().SOCKET_RAISEEVENT(event, 7, "x");
     connect("silent.example");
     machine.Windows.PumpEvents();
     machine.Sockets.Deliver("abc");
     machine.Sockets.Notify(WinsockAPI::EventClose);
     machine.Windows.PumpEvents();
-    EXPECT_EQ(events, (Strings{"connect", "receive abc", "disconnect"}));
+    EXPECT_EQ(events, (Strings{"accept 7", "connect", "receive abc", "disconnect"}));
     EXPECT_EQ(Socket().SocketHandle(), 0);
     EXPECT_TRUE(machine.Sockets.OpenNumbers.empty());
     connect("shut.example");

@@ -40,6 +40,12 @@ void Look(WindowSlot& slot) {
         const QSizeF room = widget.rect().marginsRemoved(EdgesOf[control->Kind]).size();
         EXPECT_EQ(needed.boundedTo(room), needed) << window.Name << " " << control->Name;
     }
+    const Qt::WindowFlags flags = RealOf(window)->windowFlags();
+    const bool isTool = window.Border == FrameStyle::FixedTool, hasFrame = window.Border != FrameStyle::None;
+    EXPECT_EQ(flags.testFlag(Qt::WindowCloseButtonHint) && flags.testFlag(Qt::WindowTitleHint), hasFrame);
+    EXPECT_EQ(flags.testFlag(Qt::WindowMinimizeButtonHint), hasFrame && !isTool);
+    EXPECT_EQ(flags.testFlag(Qt::WindowStaysOnTopHint), window.TopMost);
+    EXPECT_EQ((flags & Qt::WindowType_Mask) == Qt::Window, window.InTaskBar);
     for (const QHeaderView* header : RealOf(window)->findChildren<QHeaderView*>())
         for (int section = 0; header->isVisible() && section < header->count(); ++section)
             EXPECT_LE(header->sectionSizeHint(section), header->sectionSize(section)) << window.Name << section;
@@ -61,6 +67,7 @@ TEST(QtLook, NoTextIsCutOff) {
         Look(Form7);
     }
     EXPECT_EQ(PictureOf("side.jpg").size(), QSize(108, 189));
+    EXPECT_EQ(QApplication::font(), FontOf({}));
 }
 
 } // namespace

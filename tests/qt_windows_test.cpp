@@ -46,8 +46,10 @@ TEST_F(QtWindowsTest, ShowsDataAsPlainTextEverywhere) {
     EXPECT_EQ(Read(w.Frame1), MarkupShown);
     const QTreeWidgetItem& heading = *person.Real<QTreeWidget>(w.Tree1).topLevelItem(0);
     EXPECT_TRUE(heading.child(0)->checkState(0) == Qt::Checked && heading.child(2)->text(0) == MarkupShown.c_str());
+    EXPECT_TRUE(person.Real<QTreeView>(w.Tree1).isHeaderHidden());
+    EXPECT_EQ(Read(w.Label1, QAccessible::Description), "<b>bold</b>");
     EXPECT_EQ(person.Real(w.Label1).toolTip(), "<p style='white-space:pre'>&lt;b&gt;bold&lt;/b&gt;</p>");
-    const auto& grid = person.Real<QTableView>(w.Grid1);
+    auto& grid = person.Real<QTableView>(w.Grid1);
     EXPECT_EQ(grid.model()->index(0, 0).data(), MarkupShown.c_str());
     EXPECT_EQ(grid.columnWidth(0) + grid.columnWidth(1), 90 + 90);
     const QHeaderView& header = *grid.horizontalHeader();
@@ -73,7 +75,10 @@ TEST_F(QtWindowsTest, ShowsDataAsPlainTextEverywhere) {
     QSignalSpy redrawn(grid.model(), &QAbstractItemModel::dataChanged);
     w.Grid1.SetCellText(1, 3, "here");
     p.Settle();
-    EXPECT_EQ(redrawn.count(), 1);
+    ASSERT_EQ(redrawn.count(), 1);
+    EXPECT_EQ(redrawn[0][1].toModelIndex(), grid.model()->index(2, 1));
+    QTest::keyClick(&grid, Qt::Key_F10, Qt::ShiftModifier);
+    EXPECT_EQ(Raised().back(), "2 0 below the header");
     for (const int row : {2, 1}) {
         const QPoint place = grid.visualRect(grid.model()->index(row, 0)).center();
         QHelpEvent help(QEvent::ToolTip, place, grid.viewport()->mapToGlobal(place));
@@ -107,7 +112,7 @@ TEST_F(QtWindowsTest, AsksWhateverAFavoriteHoldsOnTheSmallestScreen) {
             text += count % 1000 == 0 ? "\r\n" : name;
         p.Soon([key = key] {
             auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            EXPECT_EQ(box->textFormat(), Qt::PlainText);
+            EXPECT_TRUE(box->textFormat() == Qt::PlainText && box->windowTitle() == "T");
             EXPECT_TRUE(box->text().startsWith(MarkupShown.c_str()));
             EXPECT_EQ(box->size().boundedTo(QSize(1000, 560)), box->size());
             const auto* label = box->findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
@@ -134,8 +139,15 @@ TEST_F(QtWindowsTest, ReadsWellToAScreenReader) {
     for (const QString& action :
          {QAccessibleActionInterface::pressAction(), QAccessibleActionInterface::toggleAction()})
         EXPECT_EQ(person.Reader(w.Command1)->actionInterface()->keyBindingsForAction(action), QStringList("Alt+O"));
-    person.Reader(w.Text1)->setText(QAccessible::Value, QStringLiteral("7"));
-    EXPECT_EQ(w.Text1.Text, "7");
+    person.Reader(w.Text1)->setText(QAccessible::Value, QStringLiteral("77"));
+    EXPECT_EQ(w.Text1.Text, "77");
+    auto& edit = person.Real<QLineEdit>(w.Text1);
+    w.Text1.SelectAll();
+    p.Settle();
+    EXPECT_EQ(edit.selectedText(), "77");
+    edit.setCursorPosition(1);
+    p.Type({.Letter = "8"}); // longer than the field takes
+    EXPECT_EQ(edit.cursorPosition(), 1);
 
     QAccessibleTableInterface* grid = person.Reader(w.Grid1)->tableInterface();
     EXPECT_EQ(grid->columnCount(), 2); // without the hidden one
@@ -157,8 +169,9 @@ TEST_F(QtWindowsTest, OpensCentredAndFollowsItsFrameLater) {
     EXPECT_TRUE(off.manhattanLength() <= 1 && real.frameGeometry().height() > real.height());
     w.Icon = "tarnwick.png";
     w.BackColor = Color::Rgb(1, 2, 3);
-    w.Shape1.Visible = false; // over the edge
     const auto seenAt = [&](int x, int y) { return real.grab().toImage().pixelColor(x, y); };
+    EXPECT_EQ(seenAt(0, 350), QColor(Qt::black));
+    w.Shape1.Visible = false; // over the edge
     for (const auto& [edge, colors] : {std::pair{5, " 206 255 own own 128 64"}, {10, " 128 64 own own 206 255"}}) {
         w.Edge = edge;
         p.Settle();
@@ -249,6 +262,10 @@ TEST_F(QtWindowsTest, WaitShowsWhatHasChangedAndReturnsForATick) {
     w.Label1.Caption = "new";
     person.Machine.Windows.WaitForEvents(); // painting the label is no event
     EXPECT_EQ(Raised(), Log{"new"});
+    const std::int64_t begin = services().Clock.Now();
+    while (Raised().empty() && services().Clock.Now() - begin < 5000)
+        services().Windows.PumpEvents();
+    EXPECT_LT(services().Clock.Now() - begin, 5000) << "no tick in a pass";
     static int messages = 0;
     person.Machine.Loop.Install(w.Handle(),
                                 [](WindowHandle, std::uint32_t, std::int32_t, std::int32_t) { return ++messages; });

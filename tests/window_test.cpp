@@ -2,7 +2,9 @@
 
 #include "report/Form6.h"
 #include "window/Dialogs.h"
+#include "window/Keyboard.h"
 #include "window/Pace.h"
+#include "window/Text.h"
 #include "window/Utf8.h"
 
 #include <set>
@@ -49,8 +51,12 @@ TEST_F(WindowTest, AGridSortsRegardlessOfCaseKeepsItsSelectionAndTellsOfEveryCha
         grid.Sort(none);
         EXPECT_EQ(grid.CellText(none, 1) + grid.CellText(1, none), "");
     }
+    grid.RemoveRow(1);
+    grid.Sort(2);
+    shows("B3");
     grid.ClearRows();
     shows("");
+    EXPECT_EQ(grid.SelectedRow, 0);
     grid.Sort(1);
 }
 
@@ -75,6 +81,7 @@ TEST_F(WindowTest, Utf8KeepsEveryCodeAtItsLengthsEnds) {
     for (std::size_t at = 0; at < text.size(); at += DecodeUtf8(text, at).Bytes)
         read += DecodeUtf8(text, at).Valid ? DecodeUtf8(text, at).Code : U'?';
     EXPECT_EQ(read, codes);
+    EXPECT_EQ(Shortened("a\u00E9b", 2) + Shortened("a\u00E9", 2), "a\u00E9...a\u00E9");
     for (const char* bytes :
          {"\xC1\xBF", "\xE0\x9F\xBF", "\xED\xA0\x80", "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80", "\xC2"})
         EXPECT_FALSE(DecodeUtf8(bytes, 0).Valid);
@@ -102,6 +109,16 @@ TEST_F(WindowTest, TimersTickOnceAPassAndRefuseSenselessIntervals) {
     EXPECT_TRUE(timer.SetInterval(100)); // and so does a new interval
     EXPECT_EQ(ticksAfter(99), 0);
     EXPECT_EQ(ticksAfter(1), 1);
+    Form4->Timer1.Tick = [&] { timer.Disable(); };
+    Form4->Timer1.SetInterval(50);
+    Form4->Timer1.Enable();
+    EXPECT_EQ(ticksAfter(200), 0); // due, but switched off by the tick before it
+    timer.Enable();
+    Form4->Timer1.Tick = [&] {
+        Form4->Timer1.Disable();
+        machine.Windows.PumpEvents();
+    };
+    EXPECT_EQ(ticksAfter(100), 1); // in the pump of the tick before it, and not once more
 }
 
 TEST_F(WindowTest, ThePaceFollowsTheCostOfDrawing) {
@@ -121,6 +138,16 @@ TEST_F(WindowTest, AnAccessKeyIsTheLetterAfterASingleMark) {
         button.Caption = caption;
         EXPECT_EQ(AccessKeyOf(button), key) << caption;
     }
+}
+
+TEST_F(WindowTest, AKeyWithoutAButtonPressesNone) {
+    Form9.Show(); // has no default button
+    Form1.Show();
+    Form1->Command1.Enabled = false;
+    for (const Window* window : {static_cast<Window*>(&*Form9), static_cast<Window*>(&*Form1)})
+        for (const KeyPress& key : {KeyPress{.Which = Key::Enter}, {.Letter = "", .Alt = true}, {.Which = Key::Space}})
+            EXPECT_EQ(EffectOf(key, *window, nullptr).Press, nullptr);
+    EXPECT_FALSE(EffectOf({.Letter = "", .Alt = true}, *Form1, nullptr).Handled);
 }
 
 TEST_F(WindowTest, AFieldTakesNoMoreThanItHoldsButWhatMakesALongTextShorter) {
@@ -180,7 +207,8 @@ TEST_F(WindowTest, EveryWindowIsWhole) {
             defaults += isButton && static_cast<const CommandButton*>(control)->Default ? 1 : 0;
             EXPECT_FALSE(control->TabIndex >= 0 && (control->Caption + control->AccessibleName).empty());
             const bool isPicture = control->Kind == ControlKind::PictureBox && slot != &Form6;
-            EXPECT_TRUE(!isPicture || static_cast<const PictureBox*>(control)->Picture == "side.jpg");
+            EXPECT_TRUE(!isPicture || (static_cast<const PictureBox*>(control)->Picture == "side.jpg" &&
+                                       control->AccessibleName == (slot == &Form2 ? "" : "Tarnwick")));
         }
         EXPECT_FALSE(taken.contains("&")) << "a button without a key";
         EXPECT_EQ(defaults, slot == &Form2 || slot == &Form9 ? 0 : 1);

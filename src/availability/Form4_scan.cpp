@@ -32,8 +32,6 @@ bool IsDotName(const std::string& name) { return name == "." || name == ".."; }
 } // namespace
 
 bool Form4Window::ScanFolder(std::string szMainPath, std::string szShow) {
-    if (StopRequested || szShow.empty())
-        return false;
     const auto scan = [&](const std::string& name) {
         CurrentLink.FolderShown = szShow;
         Label5.Caption = szShow;

@@ -31,9 +31,6 @@ void Form7Window::OnLoad() {
                      "don't need to be connected to the internet."
                      "\r\n\r\n\r\n"
                      "Click Start button to begin the process.";
-    bCanceled = false;
-    List1.clear();
-    Grid1.ClearRows();
     constexpr std::size_t name = 0, folder = 1, file = 2; // a favorite's record
     Grid1.AddColumn("Link 1", 105, true, {0, name});
     Grid1.AddColumn("Folder 1", 93, true, {0, folder});

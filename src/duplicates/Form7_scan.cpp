@@ -24,10 +24,6 @@ constexpr std::size_t NoLink = static_cast<std::size_t>(-1);
 } // namespace
 
 void Form7Window::Start() {
-    szLinks.clear();
-    szFolders.clear();
-    szNames.clear();
-    szFiles.clear();
     Command1.Caption = "&Cancel";
     Command2.Enabled = false;
     Label3.Visible = false;

@@ -21,7 +21,6 @@ Form5Window::Form5Window() {
 void Form5Window::OnLoad() {
     TakeSharedIcon(*this);
     TakeSharedPicture(Picture1);
-    Grid1.ClearRows();
     Grid1.AddColumn("Name", 110);
     Grid1.AddColumn("Folder", 104);
     Grid1.AddColumn("URL", 265);

@@ -37,9 +37,10 @@ KeyEffect OpenMenu(const Window& window, const Control* focused) {
 KeyEffect PressAccessKey(const KeyPress& key, const Window& window) {
     const std::string letter = services().Text.Upper(key.Letter);
     for (Control* control : window.Controls)
-        if (!letter.empty() && AccessKeyOf(*control) == letter && CanHaveFocus(window, *control))
-            return {
-                .Handled = true, .Focus = key.Repeated ? nullptr : control, .Press = key.Repeated ? nullptr : control};
+        if (!letter.empty() && AccessKeyOf(*control) == letter && CanHaveFocus(window, *control)) {
+            Control* const pressed = key.Repeated ? nullptr : control;
+            return {.Handled = true, .Focus = pressed, .Press = pressed};
+        }
     return {};
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 
 namespace tarnwick {
@@ -15,7 +16,7 @@ public:
     // A handler begins that the user or a timer has set off.
     void Begin() { nextAt_ = 0; }
     // How long the windows may wait, 0 when it is time.
-    std::int64_t Wait(std::int64_t now) const { return now >= nextAt_ ? 0 : nextAt_ - now; }
+    std::int64_t Wait(std::int64_t now) const { return std::max<std::int64_t>(0, nextAt_ - now); }
     // The windows were brought in line from `start` to `end`.
     void Done(std::int64_t start, std::int64_t end);
 

@@ -8,13 +8,6 @@ namespace tarnwick {
 
 namespace {
 
-bool LiesIn(const Control& control, const Control& container) {
-    for (const Control* above = control.Container; above != nullptr; above = above->Container)
-        if (above == &container)
-            return true;
-    return false;
-}
-
 bool Contains(const Rect& outer, const Rect& inner) {
     return outer.Left <= inner.Left && outer.Top <= inner.Top && outer.Left + outer.Width >= inner.Left + inner.Width &&
            outer.Top + outer.Height >= inner.Top + inner.Height;
@@ -26,13 +19,13 @@ template <bool Control::*Field> bool HoldsUpwards(const Control& control) {
 
 bool IsVisible(const Control& control) { return HoldsUpwards<&Control::Visible>(control); }
 
-// Only frames are large enough to hide another control.
+// Only frames are large enough to hide another control; one's own frame lies behind it.
 bool IsCovered(const Window& window, const Control& control) {
     const Rect place = PlaceInWindow(control);
     const auto own = std::ranges::find(window.Controls, &control);
     return std::any_of(own, window.Controls.end(), [&](const Control* front) {
         return front != &control && front->Kind == ControlKind::Frame && IsVisible(*front) &&
-               !LiesIn(control, *front) && Contains(PlaceInWindow(*front), place);
+               Contains(PlaceInWindow(*front), place);
     });
 }
 

@@ -125,10 +125,7 @@ protected:
                    viewport()->mapToParent(place));
     }
     void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
-    void mouseMoveEvent(QMouseEvent* event) override {
-        if (event->buttons() == Qt::LeftButton)
-            QTableView::mouseMoveEvent(event);
-    }
+    void mouseMoveEvent(QMouseEvent*) override {} // dragging selects nothing
 
     // A row is selected whole: Home and End go by rows.
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers keys) override {

@@ -37,7 +37,6 @@ std::string WithLinesCut(const std::string& text, std::size_t characters) {
 QtMessageBox::QtMessageBox(const std::string& text, const std::string& title, MessageIcon icon, MessageButtons buttons,
                            QWidget* parent)
     : QMessageBox(parent) {
-    setObjectName(QStringLiteral("MessageBox"));
     setWindowTitle(LiteralTitle(title));
     setTextFormat(Qt::PlainText);
     setIcon(icon == MessageIcon::Critical ? Critical : icon == MessageIcon::Question ? Question : Information);

@@ -4,6 +4,7 @@
 #include "platform/qt/QtWindow.h"
 
 #include <QLineEdit>
+#include <QSignalBlocker>
 
 #include <utility>
 
@@ -14,14 +15,11 @@ QtTextBox::QtTextBox(TextBox& field, QWidget& parent, QtWindow& window)
       edit_(static_cast<QLineEdit&>(Widget())) {
     edit_.setAlignment(field.Alignment == Alignment::Center ? Qt::AlignCenter : Qt::AlignLeft);
     // A screen reader's change is no edit to Qt.
-    QObject::connect(&edit_, &QLineEdit::textChanged, &window, [this] {
-        if (!writing_)
-            TakeText();
-    });
+    QObject::connect(&edit_, &QLineEdit::textChanged, &window, [this] { TakeText(); });
 }
 
 void QtTextBox::SyncKind() {
-    writing_ = true;
+    const QSignalBlocker noEdit(edit_);
     if (shown_ != field_.Text) {
         shown_ = field_.Text;
         edit_.setText(SingleLineOf(shown_));
@@ -30,7 +28,6 @@ void QtTextBox::SyncKind() {
         selectRevision_ = field_.SelectRevision;
         edit_.selectAll();
     }
-    writing_ = false;
 }
 
 // A text that is not taken leaves the field and its cursor as they were.
@@ -47,10 +44,9 @@ void QtTextBox::TakeText() {
     const QString before = SingleLineOf(shown_);
     const auto added = static_cast<int>(edit_.text().size() - before.size());
     const int place = edit_.cursorPosition() - added;
-    writing_ = true;
+    const QSignalBlocker noEdit(edit_);
     edit_.setText(before);
     edit_.setCursorPosition(place);
-    writing_ = false;
 }
 
 } // namespace tarnwick

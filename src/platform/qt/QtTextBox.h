@@ -22,7 +22,6 @@ private:
     QLineEdit& edit_;
     std::string shown_;
     unsigned selectRevision_ = 0;
-    bool writing_ = false; // a change of the text is our own
 };
 
 } // namespace tarnwick

@@ -53,7 +53,6 @@ bool FollowsMouse(const Window& window) {
 
 QtWindow::QtWindow(Window& window, QtPump& pump, const HeldKeys& heldKeys)
     : QDialog(nullptr, FlagsOf(window)), window_(&window), pump_(pump), heldKeys_(heldKeys), input_(window) {
-    setObjectName(SingleLineOf(window.Name));
     setFixedSize(PixelsOf(window.ClientWidth), PixelsOf(window.ClientHeight));
     setMouseTracking(FollowsMouse(window));
     BuildControls();

@@ -65,7 +65,7 @@ MessageAnswer QtWindows::ShowMessage(const std::string& text, const std::string&
     QtMessageBox box(text, title, icon, buttons, QApplication::activeWindow());
     MessageAnswer answer = buttons == MessageButtons::Ok ? MessageAnswer::Ok : MessageAnswer::No;
     pump_.RunNested([&] { answer = box.Ask(); });
-    return pump_.Ended() && answer == MessageAnswer::Yes ? MessageAnswer::No : answer;
+    return answer;
 }
 
 const MenuEntry* QtWindows::PopUp(const Menu& menu, Window& window) {
@@ -74,11 +74,9 @@ const MenuEntry* QtWindows::PopUp(const Menu& menu, Window& window) {
         return nullptr;
     constexpr int WidestCaption = 480; // pixels
     QMenu popUp(real);
-    popUp.setObjectName(SingleLineOf(menu.Name));
     popUp.setAccessibleName(SingleLineOf(menu.Caption));
     for (const MenuEntry* entry : menu.Entries) {
         QAction* action = entry->Separator ? popUp.addSeparator() : popUp.addAction(QString());
-        action->setObjectName(SingleLineOf(entry->Name));
         if (entry->Separator)
             continue;
         const QString caption = SingleLineOf(entry->Caption);
