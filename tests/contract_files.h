@@ -1,6 +1,7 @@
 #pragma once
 
-// What every system's files must do: listing, identities, reading, removal.
+// What every system's files must do: listing, identities, reading, removal; and its upper case, by which names are
+// compared.
 
 #include "system_support.h"
 
@@ -132,6 +133,16 @@ TEST_F(FilesContract, FoldersAndFilesAreTheSameByEveryPath) {
         EXPECT_TRUE(files.Remove(Path("b\\to x.url")));
         EXPECT_EQ(List("a"), Names{"x.url"});
     }
+}
+
+TEST(SystemText, UpperCaseReachesBeyondAsciiAndKeepsWhatIsNoText) {
+    SystemText text;
+    EXPECT_EQ(text.Upper("desktop.ini [x] \u0080é ÿ ж ω ß \xF0\x9F\x98\x80"),
+              "DESKTOP.INI [X] \u0080É Ÿ Ж Ω ß \xF0\x9F\x98\x80");
+    EXPECT_EQ(text.Upper("\xC4\xB1\xC5\xBF"), "\xC4\xB1\xC5\xBF") << "dotless i, long s: never an ASCII letter";
+    // A lone surrogate, an overlong "/", a last character that is cut.
+    EXPECT_EQ(text.Upper("x\xED\xA0\x80\xC0\xAFx a\x80z\xC3"), "X\xED\xA0\x80\xC0\xAFX A\x80Z\xC3");
+    EXPECT_EQ(text.Upper("a\0b"s), "A\0B"s);
 }
 
 } // namespace tarnwick::test

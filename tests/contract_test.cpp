@@ -1,7 +1,10 @@
+// The contracts on the machine in memory.
+
 #include "contract_sockets.h"
 #include "contract_windows.h"
-#include "headless_person.h"
 #include "platform/headless/HeadlessPlatform.h"
+#include "window/Input.h"
+#include "window/Reach.h"
 
 #include <cstring>
 
@@ -27,6 +30,67 @@ struct HeadlessSocketMachine : HeadlessPlatform {
     void Hang() { Sockets.Hang(); }
     void Reset() { Sockets.Hang(10054); }
     void Settle() {}
+};
+
+// Does what a front end does with its desktop's gestures.
+class HeadlessPerson : public Person {
+public:
+    using Person::Person;
+
+    void PressOn(Control& control) override { Do(&Input::Press, control, machine_.Windows.Shown(control)); }
+    void LetGo(Control& control) override { Do(&Input::Release, &control); }
+    void ClickRow(int row, int button) override {
+        machine_.Windows.SetFocus(w, &w.Grid1);
+        if (button == 1)
+            Do(&Input::Select, w.Grid1, row);
+        Do(&Input::PressGrid, w.Grid1, button, 0, 0, 0);
+    }
+    void ClickNode(int node) override { Do(&Input::Tick, w.Tree1, node); }
+    void MoveMouse(int x, int y) override { Do(&Input::MoveMouse, x, y); }
+    void Type(const KeyPress& key) override {
+        Control* focused = machine_.Windows.Focus(w);
+        const KeyEffect effect = EffectOf(key, w, focused);
+        if (effect.Focus != nullptr)
+            machine_.Windows.SetFocus(w, effect.Focus);
+        if (effect.Press != nullptr)
+            ActOn(*effect.Press);
+        if (effect.OpenMenu != nullptr)
+            ClickRow(0, 2);
+        if (effect.Handled || key.Letter.empty())
+            return;
+        if (focused == &w.Text1)
+            Do(&Input::Edit, w.Text1, w.Text1.Text + key.Letter);
+        else if (focused == &w.Grid1)
+            Do(&Input::SelectByText, w.Grid1, key.Letter);
+        else if (key.Letter == " ")
+            ActOn(*focused);
+    }
+    void Close() override { Do(&Input::Close); }
+    void ActOn(Control& control) override { Do(&Input::Click, control, machine_.Windows.Shown(control)); }
+    void Settle() override {
+        machine_.Clock.Advance(Pace::Longest);
+        machine_.Windows.PumpEvents();
+    }
+    void Soon(std::function<void()> act) override { machine_.Windows.InPass(1, std::move(act)); }
+
+    bool Shows(const Window& window) override { return window.IsVisible() && !machine_.Windows.HasEnded(); }
+    std::string Text(const Control& control) override {
+        return &control == &w.Text1 ? w.Text1.Text : ShownLine(machine_.Windows.Shown(control));
+    }
+    bool IsMarked(const Control& control) override {
+        return &control == &w.Check1 ? w.Check1.Value != 0 : static_cast<const OptionButton&>(control).Value;
+    }
+    int SelectedRow() override { return w.Grid1.SelectedRow; }
+    bool HasFocus(const Control& control) override { return machine_.Windows.Focus(w) == &control; }
+    bool Reads(const Control& control) override { return IsShown(w, control); }
+
+private:
+    template <class Gesture, class... Arguments> void Do(Gesture gesture, Arguments&&... arguments) {
+        machine_.Windows.Handle([&] { std::invoke(gesture, input_, arguments...); });
+    }
+
+    HeadlessPlatform machine_;
+    Input input_{w};
 };
 
 } // namespace

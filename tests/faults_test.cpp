@@ -60,7 +60,7 @@ TEST(FaultsTest, EachServiceCallFailsOnceInEachOfItsWays) {
 }
 
 TEST(FaultsTest, TheEndOfTheProgramEndsEveryCheck) {
-    for (int pass = 1; pass <= 16; ++pass)
+    for (int pass = 1; pass <= 40; ++pass)
         for (const bool duplicates : {true, false}) {
             User<HeadlessPlatform> user;
             Prepare(user.machine);

@@ -40,7 +40,7 @@ TEST_F(FavoritesTest, SplitsUrls) {
 TEST_F(FavoritesTest, OnlySitesAreOpenedAndAsOneArgument) {
     EXPECT_EQ(UrlToOpen("http://a/?x=1&y=$(touch z);'`id`"), "http://a/?x=1&y=$(touch%20z);'`id`");
     EXPECT_EQ(UrlToOpen("HttpS://a/b \"c/caf\xE9/\u00E9\xC3"), "HttpS://a/b%20%22c/caf%E9/\u00E9%C3");
-    for (const char* url : {"ftp://a", "mailto:x@a", "news:a", "nntp://a", "gopher://a"})
+    for (const char* url : {"ftp://a", "MAILTO:x@a", "news:a", "nntp://a", "gopher://a"})
         EXPECT_EQ(UrlToOpen(url), url);
     for (const std::string& url :
          {"http"s, "http:"s, " http://a"s, "C:\\x"s, "/etc/passwd"s, "--help"s, "file:///etc/passwd"s, "javascript:a"s,

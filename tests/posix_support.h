@@ -53,6 +53,7 @@ private:
 };
 
 using SystemFiles = PosixFiles;
+using SystemText = PosixText;
 
 inline int closesocket(int socket) { return close(socket); }
 

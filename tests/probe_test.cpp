@@ -120,13 +120,13 @@ TEST_F(ProbeTest, RaisesTheEventsOfItsSocketAlone) {
     const auto connect = [&](const char* host) { Socket().SOCKET_CONNECT(Form2->Handle(), host, 80, 0); };
 
     for (const int event : {3, 4})
-        Socket().SOCKET_RAISEEVENT(event, 7, "x");
+        Socket().SOCKET_RAISEEVENT(event, event, "x");
     connect("silent.example");
     machine.Windows.PumpEvents();
     machine.Sockets.Deliver("abc");
     machine.Sockets.Notify(WinsockAPI::EventClose);
     machine.Windows.PumpEvents();
-    EXPECT_EQ(events, (Strings{"accept 7", "connect", "receive abc", "disconnect"}));
+    EXPECT_EQ(events, (Strings{"accept 3", "connect", "receive abc", "disconnect"}));
     EXPECT_EQ(Socket().SocketHandle(), 0);
     EXPECT_TRUE(machine.Sockets.OpenNumbers.empty());
     connect("shut.example");

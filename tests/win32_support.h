@@ -74,5 +74,6 @@ private:
 };
 
 using SystemFiles = Win32Files;
+using SystemText = Win32Text;
 
 } // namespace tarnwick::test

@@ -48,7 +48,7 @@ TEST_F(Win32WindowsTest, ShowsDataAsPlainTextAndACutCellWholeAsItsToolTip) {
     for (const int row : {0, 1}) {
         ListView_GetItemRect(Real(w.Grid1), row, &place, LVIR_BOUNDS);
         SendMessageW(Real(w.Grid1), WM_MOUSEMOVE, 0, MAKELPARAM(place.left + 130, place.top + 5));
-        EXPECT_EQ(ToolTipEnd(Real(w.Grid1), 1), row == 0 ? 200 : 0);
+        EXPECT_EQ(ToolTipEnd(Real(w.Grid1), 1), row == 0 ? 180 : 0);
     }
     Header_GetItemRect(ListView_GetHeader(Real(w.Grid1)), 1, &place);
     person.ClickAt(ListView_GetHeader(Real(w.Grid1)), place.left + 20, place.top + 5);
@@ -130,7 +130,7 @@ TEST_F(Win32WindowsTest, FollowsScaleAndColours) {
     LOGFONTW font;
     GetObjectW(reinterpret_cast<HFONT>(SendMessageW(Real(w.Label1), WM_GETFONT, 0, 0)), sizeof font, &font);
     EXPECT_EQ(font.lfHeight, -22);
-    EXPECT_EQ(ListView_GetColumnWidth(Real(w.Grid1), 0), 200);
+    EXPECT_EQ(ListView_GetColumnWidth(Real(w.Grid1), 0), 180);
     EXPECT_EQ(ToolTipEnd(Form(), reinterpret_cast<UINT_PTR>(Real(w.Label1))), PixelsOf(1500, dots) * 2);
     int box[2] = {};
     ImageList_GetIconSize(TreeView_GetImageList(Real(w.Tree1), TVSIL_STATE), &box[0], &box[1]);

@@ -1,7 +1,7 @@
 #pragma once
 
 // What the fuzzer calls with made-up input. A target throws when the input brings out an answer that can't be right;
-// tests/posix_corpus_test.cpp runs all of them over the kept corpus.
+// tests/posix_services_test.cpp runs all of them over the kept corpus.
 
 #include <map>
 #include <string>

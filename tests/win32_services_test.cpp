@@ -1,9 +1,25 @@
+// What Windows alone asks of its files, settings and sockets, beside the contracts.
+
 #include "LoopbackPeer.h"
+#include "contract_files.h"
+#include "contract_settings.h"
 #include "contract_sockets.h"
 
 namespace tarnwick::test {
-
 namespace {
+
+TEST(Win32FilesTest, NamesAFolderForTheFavorites) {
+    const std::string folder = Win32Files().FavoritesFolder();
+    EXPECT_TRUE(std::filesystem::is_directory(WideOf(folder))) << folder;
+}
+
+TEST_F(SettingsContract, ValueThatIsNoTextReadsAsTheDefault) {
+    const std::string path = home.Key + "\\Tarnwick\\Preferences";
+    const DWORD number = 5;
+    RegSetKeyValueA(HKEY_CURRENT_USER, path.c_str(), "Number", REG_DWORD, &number, sizeof number);
+    RegSetKeyValueA(HKEY_CURRENT_USER, path.c_str(), "Unended", REG_SZ, "12", 2);
+    EXPECT_EQ(Read("Number") + Read("Unended"), "(default)12");
+}
 
 struct Win32SocketMachine : Win32Machine, LoopbackPeer {
     // Until what is on its way is in the window's queue.
@@ -25,5 +41,4 @@ TEST_F(Win32SocketsTest, AClosePurgesItsOwnMessagesAndNoOthers) {
 TEST_F(Win32SocketsTest, AddressesAreReadByTheSystem) { ExpectAddressesAreReadAsOnWindows(); }
 
 } // namespace
-
 } // namespace tarnwick::test
