@@ -35,7 +35,7 @@ public:
                             {Frame2, "Frame2", nullptr, {0, 3000, 6000, 1500}, "", -1, false},
                             {Command2, "Command2", nullptr, {0, 4800, 900, 375}, "&Two", 2},
                             {Command1, "Command1", nullptr, {1500, 4800, 900, 375}, "&One", 1}});
-        Command1.Default = true;
+        Command1.Default = Label2.WordWrap = true;
         Text1.MaxLength = 2;
         Text1.AccessibleName = "Seconds";
         Label2.AccessibleDescription = "Status";

@@ -96,6 +96,10 @@ TYPED_TEST_P(SocketContract, AReplyIsReadBitByBitAndTheCloseComesLast) {
     const SocketNumber number = this->StartConnected();
     EXPECT_EQ(Sockets().Send(number, "GET"), 3);
     EXPECT_EQ(this->machine.Hear(), "GET");
+    this->machine.Say("abc");
+    EXPECT_EQ(this->Next(1), (Events{{number, Read, 0}}));
+    EXPECT_EQ(Receive(number, 3), "abc");
+    EXPECT_EQ(this->Next(1, 30), Events{}) << "all has been read";
     this->machine.Say("abcdefgh");
     EXPECT_EQ(this->Next(1), (Events{{number, Read, 0}}));
     this->machine.Hang();

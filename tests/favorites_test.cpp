@@ -76,8 +76,8 @@ TEST_F(FavoritesTest, ReadsOddShortcutsAsWindowsDoes) {
         {"[InternetShortcut]\rURL=x\rA=y", "x"},
         // marks
         {"\xEF\xBB\xBF" + name + "URL=\xC3\xA9", "\xC3\xA9"},
-        {"\xFF\xFE[\0I\0n\0t\0e\0r\0n\0e\0t\0S\0h\0o\0r\0t\0c\0u\0t\0]\0\r\0\n\0U\0R\0L\0=\0\xE9\0=\xD8\x00\xDE\0\xD8\0\xDC\0\xDC\0\xDC\0\xD8x\0\n\0\n"s,
-         "\xC3\xA9\xF0\x9F\x98\x80\xF0\x90\x80\x80\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBDx"},
+        {"\xFF\xFE[\0I\0n\0t\0e\0r\0n\0e\0t\0S\0h\0o\0r\0t\0c\0u\0t\0]\0\r\0\n\0U\0R\0L\0=\0\xE9\0=\xD8\x00\xDE\0\xD8\0\xDC\0\xDC\0\xDC\0\xD8\0\xE0x\0\n\0\n"s,
+         "\xC3\xA9\xF0\x9F\x98\x80\xF0\x90\x80\x80\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD\uE000x"},
         // bytes that are no text; a NUL ends the value
         {name + "URL=caf\xe9\x1A z\x80\xFF", "caf\xe9\x1A z\x80\xFF"},
         {name + "URL=\"a\" \0b\n"s, "a"},

@@ -74,6 +74,7 @@ TEST_F(PosixFilesTest, FavoritesFolderFollowsUserDirs) {
         {"~XDG_FAVORITES_DIR=\"/x\"", usual},
         {"XDG_FAVORITES_DIR=\"/a\\\\b\"", ""},
         {"XDG_FAVORITES_DIR=\"/unclosed", "\\unclosed"},
+        {"XDG_FAVORITES_DIR=\"/unended\\", ""},
         {"XDG_FAVORITES_DIR=/bare", usual},
         {"XDG_FAVORITES_DIR=\"/a\0b\""s, usual},
     };
@@ -122,8 +123,7 @@ TEST_F(PosixSettingsTest, HandEditedFileIsReadAndItsOtherLinesStay) {
 }
 
 TEST_F(PosixSettingsTest, NothingIsWrittenUnderANameThatLeadsElsewhere) {
-    for (const std::string& name : {std::string(), std::string("."), std::string(".."), std::string("a/b"),
-                                    std::string("a\\b"), std::string("a\0", 2)}) {
+    for (const std::string& name : Names{"", ".", "..", "a/b", "a\\b", "a\0"s}) {
         EXPECT_FALSE(home.Settings().Write(name, "Preferences", {{"Timeout", "5"}})) << name;
         EXPECT_EQ(home.Settings().Read(name, "Preferences", "Timeout", "none"), "none") << name;
     }

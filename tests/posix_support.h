@@ -48,8 +48,7 @@ public:
     }
 
 private:
-    const std::string path_ =
-        mkdtemp((std::filesystem::temp_directory_path() / "tarnwick-test-XXXXXX").string().data());
+    const std::string path_ = mkdtemp((std::filesystem::temp_directory_path() / "tarnwick-XXXXXX").string().data());
 };
 
 using SystemFiles = PosixFiles;
@@ -77,24 +76,6 @@ template <class Work> int InChild(Work work) {
     return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
 }
 
-// The sockets' events, with an eye on each pump pass: what a user sees between two events.
-class WatchedEvents : public EventSource {
-public:
-    explicit WatchedEvents(EventSource& events) : events_(events) {}
-
-    std::function<void()> EachPass;
-
-    void Collect() override {
-        events_.Collect();
-        if (EachPass)
-            EachPass();
-    }
-    void Wait(std::optional<std::int64_t> ms) override { events_.Wait(ms); }
-
-private:
-    EventSource& events_;
-};
-
 // The real services of this system under windows without a screen, in use for as long as the object lives. The
 // Favorites folder is the one of the environment (TemporaryHome).
 template <class SettingsKind> struct PosixMachineWith {
@@ -103,8 +84,7 @@ template <class SettingsKind> struct PosixMachineWith {
     PosixFiles Files;
     SettingsKind Settings;
     PosixSockets Sockets{Loop};
-    WatchedEvents Events{Sockets};
-    HeadlessWindows Windows{Loop, Events, Clock};
+    HeadlessWindows Windows{Loop, Sockets, Clock};
     RecordingShell Shell;
     PosixText Text;
     ServicesInUse InUse{{Files, Settings, Sockets, Windows, Clock, Shell, Text}};

@@ -1,7 +1,17 @@
 // What Qt's windows must do beside the contract of every desktop.
 
+#include "Driver.h"
 #include "contract_windows.h"
-#include "qt_person.h"
+#include "platform/SteadyClock.h"
+#include "platform/posix/PosixSockets.h"
+#include "platform/qt/QtLook.h"
+#include "platform/qt/QtWindows.h"
+#include "report/Form6.h"
+#include "window/Pace.h"
+
+#include <QSignalSpy>
+#include <QTest>
+#include <QtWidgets>
 
 int main(int count, char** arguments) {
     ::testing::InitGoogleTest(&count, arguments);
@@ -13,6 +23,123 @@ int main(int count, char** arguments) {
 }
 
 namespace tarnwick::test {
+namespace {
+
+// Its files and settings live in memory.
+struct QtMachine {
+    SteadyClock Clock;
+    MessageLoop Loop{Clock};
+    MemoryFavorites Favorites;
+    MemorySettings Settings;
+    PosixSockets Sockets{Loop};
+    QtWindows Windows{Loop, Sockets};
+    RecordingShell Shell;
+    PlainText Text;
+    ServicesInUse InUse{{Favorites, Settings, Sockets, Windows, Clock, Shell, Text}};
+};
+
+// The real window, shown or hidden; nullptr when there is none.
+QWidget* RealOf(const Window& window) {
+    for (QWidget* widget : QApplication::topLevelWidgets())
+        if (const auto* real = qobject_cast<QtWindow*>(widget); real != nullptr && real->Shows(window))
+            return widget;
+    return nullptr;
+}
+
+// The contract's person in front of the real windows, on Qt's offscreen platform.
+class QtPerson : public Person {
+public:
+    using Person::Person;
+    // After the program's end Qt would run no loop any more.
+    ~QtPerson() override {
+        Soon([] { QCoreApplication::quit(); });
+        QCoreApplication::exec();
+    }
+
+    void PressOn(Control& control) override { Mouse(QEvent::MouseButtonPress, PlaceOf(control)); }
+    void LetGo(Control& control) override { Mouse(QEvent::MouseButtonRelease, PlaceOf(control)); }
+    void ClickRow(int row, int button) override {
+        const auto& view = Real<QTableView>(w.Grid1);
+        const int above = row == 0 ? w.Grid1.RowCount() : row - 1;
+        ClickIn(view, QPoint(5, above * view.rowHeight(0) + 5), button == 1 ? Qt::LeftButton : Qt::RightButton);
+    }
+    void ClickNode(int node) override {
+        const auto& view = Real<QTreeWidget>(w.Tree1);
+        const QRect place = view.visualItemRect(view.topLevelItem(0)->child(node - 2)); // below the heading
+        ClickIn(view, QPoint(place.left() + 8, place.center().y()));
+    }
+    void MoveMouse(int x, int y) override { Mouse(QEvent::MouseMove, {PixelsOf(x), PixelsOf(y)}, Qt::NoButton); }
+    void Type(const KeyPress& key) override {
+        constexpr int codes[] = {Qt::Key_Tab,   Qt::Key_Return, Qt::Key_Space, Qt::Key_Left,
+                                 Qt::Key_Right, Qt::Key_Up,     Qt::Key_Down,  Qt::Key_Menu};
+        const QString text = QString::fromStdString(key.Letter);
+        const int code = key.Which == Key::Letter ? text.toUpper()[0].unicode() : codes[static_cast<int>(key.Which)];
+        const Qt::KeyboardModifiers held =
+            (key.Shift ? Qt::ShiftModifier : Qt::NoModifier) | (key.Alt ? Qt::AltModifier : Qt::NoModifier);
+        QWidget* real = RealOf(w);
+        QWidget* focused = real->focusWidget() == nullptr ? real : real->focusWidget();
+        QTest::simulateEvent(focused, true, code, held, text, key.Repeated);
+        if (!key.Repeated)
+            QTest::simulateEvent(focused, false, code, held, text, false);
+    }
+    void Close() override {
+        QCloseEvent close;
+        QCoreApplication::sendEvent(RealOf(w), &close);
+    }
+    void ActOn(Control& control) override {
+        QAccessibleActionInterface* reader = Reader(control)->actionInterface();
+        reader->doAction(reader->actionNames().first());
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall); // a reader does not wait for the handler
+    }
+    void Settle() override {
+        QTest::qWait(static_cast<int>(Pace::Longest));
+        Machine.Windows.PumpEvents();
+    }
+    void Soon(std::function<void()> act) override { QTimer::singleShot(0, qApp, std::move(act)); }
+
+    bool Shows(const Window& window) override { return RealOf(window) != nullptr && RealOf(window)->isVisible(); }
+    std::string Text(const Control& control) override {
+        return Real(control).property("text").toString().toStdString();
+    }
+    bool IsMarked(const Control& control) override { return Real<QAbstractButton>(control).isChecked(); }
+    int SelectedRow() override { return Real<QTableView>(w.Grid1).selectionModel()->selectedRows().value(0).row() + 1; }
+    bool HasFocus(const Control& control) override { return RealOf(w)->focusWidget() == &Real(control); }
+    bool Reads(const Control& control) override { return !Reader(control)->state().invisible; }
+
+    template <class T = QWidget> T& Real(const Control& control) const {
+        return *RealOf(w)->findChild<T*>(QString::fromStdString(control.Name));
+    }
+    QAccessibleInterface* Reader(const Control& control) const {
+        return QAccessible::queryAccessibleInterface(&Real(control));
+    }
+
+    QtMachine Machine;
+    std::int64_t Age = 0; // ms, for which the next events of the mouse have waited
+
+private:
+    // To the widget in front, as the display does it; what is pressed keeps the mouse until it is let go.
+    void Mouse(QEvent::Type type, QPoint place, Qt::MouseButton button = Qt::LeftButton) {
+        QWidget* real = RealOf(w);
+        QWidget* front = real->childAt(place) == nullptr ? real : real->childAt(place);
+        QWidget* target = type == QEvent::MouseButtonPress || pressed_ == nullptr ? front : pressed_.data();
+        pressed_ = type == QEvent::MouseButtonPress ? target : nullptr;
+        const QPoint global = real->mapToGlobal(place);
+        QMouseEvent event(type, target->mapFromGlobal(global), global, button,
+                          pressed_ == nullptr ? Qt::NoButton : button, {});
+        event.setTimestamp(static_cast<quint64>(Machine.Clock.Now() - Age));
+        QSpontaneKeyEvent::setSpontaneous(&event); // no other press gives the focus
+        QApplication::instance()->notify(target, &event);
+    }
+    void ClickIn(const QAbstractItemView& view, QPoint inside, Qt::MouseButton button = Qt::LeftButton) {
+        const QPoint place = view.viewport()->mapTo(view.window(), inside);
+        Mouse(QEvent::MouseButtonPress, place, button);
+        Mouse(QEvent::MouseButtonRelease, place, button);
+    }
+    static QPoint PlaceOf(const Control& control) { return PixelsOf(PlaceInWindow(control)).center(); }
+    QPointer<QWidget> pressed_;
+};
+
+} // namespace
 
 std::unique_ptr<Person> MakePerson(SampleWindow& sample) { return std::make_unique<QtPerson>(sample); }
 
@@ -36,6 +163,7 @@ TEST_F(QtWindowsTest, ShowsDataAsPlainTextEverywhere) {
     Show();
     w.Frame1.Caption = w.Title = Markup;
     w.Label1.ToolTip = "<b>bold</b>";
+    w.Label2.Caption = "a\r\nb";
     w.Grid1.SetCellText(1, 1, Markup);
     w.Grid1.SetCellText(2, 1, "<i>" + std::string(100, 'x'));
     w.Tree1.AddCheckNode(1, Markup);
@@ -43,7 +171,7 @@ TEST_F(QtWindowsTest, ShowsDataAsPlainTextEverywhere) {
     w.Tree1.SetNodeCheck(2, 1);
     p.Settle();
     EXPECT_EQ(RealOf(w)->windowTitle(), "<b>R&D</b> [*][*]\xEF\xBF\xBD");
-    EXPECT_EQ(Read(w.Frame1), MarkupShown);
+    EXPECT_EQ(Read(w.Frame1) + p.Text(w.Label2), MarkupShown + "a\nb");
     const QTreeWidgetItem& heading = *person.Real<QTreeWidget>(w.Tree1).topLevelItem(0);
     EXPECT_TRUE(heading.child(0)->checkState(0) == Qt::Checked && heading.child(2)->text(0) == MarkupShown.c_str());
     EXPECT_TRUE(person.Real<QTreeView>(w.Tree1).isHeaderHidden());
@@ -166,6 +294,7 @@ TEST_F(QtWindowsTest, ReadsWellToAScreenReader) {
 }
 
 TEST_F(QtWindowsTest, OpensCentredAndFollowsItsFrameLater) {
+    w.Shape1.ForeColor = Color::Rgb(4, 5, 6);
     Show();
     QWidget& real = *RealOf(w);
     const QPoint off = real.frameGeometry().center() - real.screen()->availableGeometry().center();
@@ -173,7 +302,7 @@ TEST_F(QtWindowsTest, OpensCentredAndFollowsItsFrameLater) {
     w.Icon = "tarnwick.png";
     w.BackColor = Color::Rgb(1, 2, 3);
     const auto seenAt = [&](int x, int y) { return real.grab().toImage().pixelColor(x, y); };
-    EXPECT_EQ(seenAt(0, 350), QColor(Qt::black));
+    EXPECT_EQ(seenAt(0, 350), QColor(4, 5, 6));
     w.Shape1.Visible = false; // over the edge
     for (const auto& [edge, colors] : {std::pair{5, " 206 255 own own 128 64"}, {10, " 128 64 own own 206 255"}}) {
         w.Edge = edge;
@@ -187,7 +316,7 @@ TEST_F(QtWindowsTest, OpensCentredAndFollowsItsFrameLater) {
             EXPECT_EQ(seen, colors);
         }
     }
-    EXPECT_EQ(seenAt(0, 60).lightness(), 128) << "the frame's";
+    EXPECT_EQ(seenAt(0, 60).lightness() + seenAt(300, 50).lightness(), 128 + 0) << "the frame's and the picture's";
     EXPECT_TRUE(real.windowIcon().availableSizes().contains(QSize(32, 32)));
     w.Label1.Caption = "Label";
     w.Label1.Font.Underline = true;
@@ -234,7 +363,7 @@ TEST_F(QtWindowsTest, KnowsAHeldKeyByItsTimes) {
         QWidget& box = *QApplication::activeModalWidget();
         send(box, QEvent::KeyRelease, 2300);
         send(*box.findChild<QPushButton*>(), QEvent::KeyPress, 2300);
-        EXPECT_TRUE(box.isVisible());
+        EXPECT_TRUE(box.isVisible() && box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))->text() == "box");
         LeaveBox();
     });
     ShowBox();
@@ -271,24 +400,81 @@ TEST_F(QtWindowsTest, WaitShowsWhatHasChangedAndReturnsForATick) {
     while (w.Log.size() < 2 && services().Clock.Now() - begin < 5000)
         services().Windows.PumpEvents();
     EXPECT_TRUE(std::set(w.Log.begin(), w.Log.end()) == (std::set<std::string>{"input", "new"})) << "not in a pass";
-    static int messages = 0;
-    person.Machine.Loop.Install(w.Handle(),
-                                [](WindowHandle, std::uint32_t, std::int32_t, std::int32_t) { return ++messages; });
-    bool painted = false;
-    w.Timer1.Tick = [&] { // also after a look-up in Qt's own loop
-        if (painted)
-            person.Machine.Windows.End();
-    };
-    p.Soon([&] {
+    w.Timer1.Disable();
+    person.Machine.Loop.Install(w.Handle(), [](WindowHandle, std::uint32_t, std::int32_t, std::int32_t event) {
+        services().Windows.End();
+        return event;
+    });
+    p.Soon([&] { // a socket is heard in Qt's own loop, also after a look-up
         const std::int64_t start = services().Clock.Now();
         services().Windows.PaintUntil([](std::int64_t) { return false; }, 50);
         EXPECT_GE(services().Clock.Now() - start, 49);
-        person.Machine.Loop.Post({w.Handle(), 1, 0, 0});
-        painted = true;
+        PosixSockets& sockets = person.Machine.Sockets;
+        const SocketNumber socket = sockets.Open(2, 1, 6);
+        sockets.AsyncSelect(socket, w.Handle(), 1025, 51);
+        sockets.Connect(socket, {2, sockets.HostToNetwork(1), 0x0100007F, {}}); // refused
     });
     QTimer::singleShot(20000, qApp, &QCoreApplication::quit);
     person.Machine.Windows.Run();
-    EXPECT_TRUE(!p.Shows(w) && messages == 1);
+    EXPECT_FALSE(p.Shows(w)) << "quit by the timer";
+}
+
+// What edges, corners and marks take from the room for a text.
+std::map<ControlKind, QMargins> EdgesOf = {{ControlKind::CommandButton, {2, 2, 2, 2}},
+                                           {ControlKind::CheckBox, {19, 0, 0, 0}},
+                                           {ControlKind::OptionButton, {18, 0, 0, 0}},
+                                           {ControlKind::Frame, {10, 0, 10, 0}},
+                                           {ControlKind::TextBox, {4, 0, 4, 0}}};
+
+QSizeF NeededBy(const QWidget& widget) {
+    const QString title = widget.property("title").toString();
+    const QString text = title.isEmpty() ? widget.property("text").toString() : title;
+    const QFontMetricsF metrics(widget.font(), &widget);
+    if (widget.property("wordWrap").toBool() && qobject_cast<const QLabel*>(&widget) != nullptr)
+        return metrics.boundingRect(QRectF(0, 0, widget.width(), 10000), Qt::TextWordWrap, text).size();
+    // Letters reach no higher and lower than this.
+    const qreal height = text.isEmpty() ? 0 : metrics.capHeight() + metrics.descent();
+    return {metrics.size(Qt::TextShowMnemonic, text).width(), height};
+}
+
+void Look(WindowSlot& slot) {
+    slot.Show();
+    const Window& window = slot.Load();
+    for (const Control* control : window.Controls) {
+        const auto& widget = *RealOf(window)->findChild<QWidget*>(QString::fromStdString(control->Name));
+        const QSizeF needed = NeededBy(widget);
+        const QSizeF room = widget.rect().marginsRemoved(EdgesOf[control->Kind]).size();
+        EXPECT_EQ(needed.boundedTo(room), needed) << window.Name << " " << control->Name;
+    }
+    const Qt::WindowFlags flags = RealOf(window)->windowFlags();
+    const bool isTool = window.Border == FrameStyle::FixedTool, hasFrame = window.Border != FrameStyle::None;
+    EXPECT_EQ(flags.testFlag(Qt::WindowCloseButtonHint) && flags.testFlag(Qt::WindowTitleHint), hasFrame);
+    EXPECT_EQ(flags.testFlag(Qt::WindowMinimizeButtonHint), hasFrame && !isTool);
+    EXPECT_EQ(flags.testFlag(Qt::WindowStaysOnTopHint), window.TopMost);
+    EXPECT_EQ((flags & Qt::WindowType_Mask) == Qt::Window, window.InTaskBar);
+    for (const QHeaderView* header : RealOf(window)->findChildren<QHeaderView*>())
+        for (int section = 0; header->isVisible() && section < header->count(); ++section)
+            EXPECT_LE(header->sectionSizeHint(section), header->sectionSize(section)) << window.Name << section;
+}
+
+// Of any window, in any of its states. It is run at several scales of the display.
+TEST(QtLook, NoTextIsCutOff) {
+    Favorites::SplashDone = true; // no splash: its tick would go on to start the program
+    const QtMachine machine;
+    for (WindowSlot* slot : std::initializer_list<WindowSlot*>{&Form9, &Form3, &Form1, &Form5, &Form6, &Form4, &Form7})
+        Look(*slot);
+    Form4->Label11.Caption = "The scan process was interrupted by the user.\r\n\r\n12345 bad Favorite(s) found before "
+                             "the interruption.\r\n\r\n\r\nClick Report button to see and correct these problems.";
+    Form4->Label10.Caption = "10:00:00";
+    Form4->Label8.Caption = "Unauthorized (401)"; // the widest of its texts
+    Form7->Label2.Caption = "Operation canceled by user";
+    for (const char* caption : {"&Start", "&Stop", "&Report", "&Finish", "&Cancel"}) {
+        Form4->Command1.Caption = Form7->Command1.Caption = caption;
+        Look(Form4);
+        Look(Form7);
+    }
+    EXPECT_EQ(PictureOf("side.jpg").size(), QSize(108, 189));
+    EXPECT_EQ(QApplication::font(), FontOf({}));
 }
 
 } // namespace

@@ -38,8 +38,8 @@ void Shortcut(std::string_view input) {
     }
     if (!input.starts_with("\xFF\xFE")) { // UTF-16
         Require(whole.find_first_of("\r\n") == std::string::npos, "a value runs over a line's end");
-        Require(whole.empty() || read(std::string(input) + "\n[InternetShortcut]\nURL=later\n") == whole,
-                "a later section counts");
+        const std::string longer = std::string(input) + "\n[InternetShortcut]\nURL=later\n";
+        Require(whole.empty() || read(longer) == whole, "a later section counts");
     }
     const bool plain =
         std::ranges::all_of(input, [](char c) { return c > ' ' && c != '"' && c != '\'' && c != '\x7F'; });
@@ -93,8 +93,7 @@ void Number(std::string_view input) {
     Require(NumberFromText(std::to_string(*number)) == number, "the number isn't its own text's");
     Require(NumberFromText("  " + text + " ") == number, "blanks around change the number");
     const std::size_t digits = text.find_first_of(".0123456789");
-    Require(NumberFromText(text.substr(0, digits) + "00" + text.substr(digits)) == number,
-            "zeros in front change the number");
+    Require(NumberFromText(text.substr(0, digits) + "00" + text.substr(digits)) == number, "zeros change the number");
     if (*number > 0 && text.find('+') == std::string::npos)
         Require(NumberFromText("-" + text.substr(digits)) == -*number, "the sign changes the size");
 }
@@ -111,8 +110,7 @@ void Listing(std::string_view input) {
     Require(found.empty() == (listing == 0), "a listing without a name is open, or the other way round");
     for (int count = 0; !found.empty(); found = Favorites::FindNext(listing)) {
         Require(++count <= 4, "a listing doesn't end");
-        Require(found.size() + pattern.rfind('\\') + 2 >= pattern.size(),
-                "a name is shorter than the ending that it was asked for");
+        Require(found.size() + pattern.rfind('\\') + 2 >= pattern.size(), "a name is shorter than its ending");
     }
     Favorites::FindEnd(listing);
     Require(listing <= 1, "a listing stays open");

@@ -98,7 +98,6 @@ public:
         horizontalHeader()->setMinimumSectionSize(1);
         horizontalHeader()->setHighlightSections(false);
         horizontalHeader()->setSectionsClickable(true);
-        horizontalHeader()->setFocusPolicy(Qt::NoFocus);
     }
 
     // Opens the menu where its row is, for the mouse may be anywhere.

@@ -208,7 +208,7 @@ bool QtWindow::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::MouseButtonDblClick:
     case QEvent::MouseButtonRelease:
         BeforeInput(*event);
-        if (window_ != nullptr && window_->TakesInput())
+        if (window_ != nullptr)
             if (const QtControl* control = Find(watched); control != nullptr)
                 HandleMouse(*control, static_cast<const QMouseEvent&>(*event));
         return false;
