@@ -107,7 +107,6 @@ public:
 protected:
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
-        painter.setPen(QPen(palette().color(QPalette::WindowText), 1));
         if (line_)
             painter.drawLine(rect().topLeft(), rect().bottomRight());
         else

@@ -65,7 +65,6 @@ public:
     PictureControl(PictureBox& control, QWidget& parent)
         : QtControl(control, *new QLabel(&parent)), control_(control), label_(static_cast<QLabel&>(Widget())) {
         label_.setFrameStyle(static_cast<int>(QFrame::Box) | static_cast<int>(QFrame::Plain));
-        label_.setScaledContents(true);
     }
 
 protected:

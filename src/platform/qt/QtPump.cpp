@@ -84,14 +84,10 @@ void QtPump::Changed() {
 }
 
 void QtPump::SyncNow() {
-    if (syncing_)
-        return;
     StopTimer(syncTimer_);
-    syncing_ = true;
     const std::int64_t start = clock_.elapsed();
     sync_();
     pace_.Done(start, clock_.elapsed());
-    syncing_ = false;
 }
 
 void QtPump::BeforeInput() {

@@ -92,7 +92,6 @@ private:
     bool pumping_ = false;  // Qt's events are being handled by a pump, which handles the program's own itself
     bool woken_ = false;    // a sleep of WaitForEvents() has something to return for
     bool painting_ = false; // and nothing else, until some work is done
-    bool syncing_ = false;
     bool ended_ = false;
 };
 
