@@ -26,14 +26,12 @@ TEST_F(AvailabilityTest, TheTreeOffersTheFirstLevelAndItsTicksNeverCoverAFolderT
         machine.Favorites.AddFolder(folder);
     for (const char* file : {"Desktop.ini", "notes.txt", "Site.url"})
         machine.Favorites.AddFile(file, "");
-    const std::pair<Strings, Strings> cases[] = {
-        {{}, {Deeper}},
-        {{"A", "B", Root}, {Root, Deeper}},
-        {{Root, "A"}, {"A", Deeper}},
-        {{Deeper, Root, "A"}, {"A"}},
-        {{"A", "B", Deeper, Root, "B"}, {Root, "A"}},
-        {{"A", Deeper, Root, Deeper}, {Root, Deeper}},
-    };
+    const std::pair<Strings, Strings> cases[] = {{{}, {Deeper}},
+                                                 {{"A", "B", Root}, {Root, Deeper}},
+                                                 {{Root, "A"}, {"A", Deeper}},
+                                                 {{Deeper, Root, "A"}, {"A"}},
+                                                 {{"A", "B", Deeper, Root, "B"}, {Root, "A"}},
+                                                 {{"A", Deeper, Root, Deeper}, {Root, Deeper}}};
     StartProgram();
     for (const auto& [clicks, ticked] : cases) {
         Form4.Unload();
@@ -73,19 +71,17 @@ TEST_F(AvailabilityTest, EveryEnding) {
         std::optional<Host> host;            // none: its name can't be resolved
         const char *status, *problem, *kind; // "" for no row
     };
-    const Case cases[] = {
-        {Host{.Reply = "HTTP/1.0 200 OK"}, "Document OK", "", ""},
-        {Host{.Reply = "HTTP/1.0 401 No"}, "Unauthorized", "Unauthorized (401)", "Catch401"},
-        {Host{.Reply = "HTTP/1.0 403 No"}, "Document forbidden", "Forbidden (403)", "Catch403"},
-        {Host{.Reply = "HTTP/1.0 404 No"}, "Document not found", "Not found (404)", "Catch404"},
-        {Host{.Reply = "HTTP/1.0 500 No"}, "Checking document...", "", ""},
-        {Host{.Reply = "\x01\x02"}, "Checking document...", "", ""},
-        {Host{.Closes = true}, "Checking document...", "", ""},
-        {Host{.Refuses = true}, "Connection error", "Connection error", "CatchConnerr"},
-        {Host{}, "Timed out", "Timed out", "CatchTimedout"},
-        {Host{.NeverStands = true}, "Timed out", "Timed out", "CatchTimedout"},
-        {std::nullopt, "Unable to connect", "Unable to connect", "CatchUnabled"},
-    };
+    const Case cases[] = {{Host{.Reply = "HTTP/1.0 200 OK"}, "Document OK", "", ""},
+                          {Host{.Reply = "HTTP/1.0 401 No"}, "Unauthorized", "Unauthorized (401)", "Catch401"},
+                          {Host{.Reply = "HTTP/1.0 403 No"}, "Document forbidden", "Forbidden (403)", "Catch403"},
+                          {Host{.Reply = "HTTP/1.0 404 No"}, "Document not found", "Not found (404)", "Catch404"},
+                          {Host{.Reply = "HTTP/1.0 500 No"}, "Checking document...", "", ""},
+                          {Host{.Reply = "\x01\x02"}, "Checking document...", "", ""},
+                          {Host{.Closes = true}, "Checking document...", "", ""},
+                          {Host{.Refuses = true}, "Connection error", "Connection error", "CatchConnerr"},
+                          {Host{}, "Timed out", "Timed out", "CatchTimedout"},
+                          {Host{.NeverStands = true}, "Timed out", "Timed out", "CatchTimedout"},
+                          {std::nullopt, "Unable to connect", "Unable to connect", "CatchUnabled"}};
     machine.Favorites.AddShortcut("Work\\Site.url", "http://host/x");
     StartProgram();
     for (const Case& row : cases)

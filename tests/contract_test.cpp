@@ -39,6 +39,11 @@ public:
 
     void PressOn(Control& control) override { Do(&Input::Press, control, machine_.Windows.Shown(control)); }
     void LetGo(Control& control) override { Do(&Input::Release, &control); }
+    void ClickEarly(Control& control, const std::function<void()>& change) override {
+        const std::string seen = machine_.Windows.Shown(control);
+        change();
+        Do(&Input::Click, control, seen);
+    }
     void ClickRow(int row, int button) override {
         machine_.Windows.SetFocus(w, &w.Grid1);
         if (button == 1)

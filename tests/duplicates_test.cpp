@@ -124,8 +124,7 @@ TEST_F(DuplicatesTest, ARemovalTakesOneRowAndOneFile) {
         {"mnuDupK1", MessageAnswer::Yes, {"A-C", "B-C"}, false, true},
         {"mnuDupK1", MessageAnswer::Yes, {"B-C"}, false, true}, // asks about A again, deletes nothing
         {"mnuDupK2", MessageAnswer::No, {"B-C"}, false, true},
-        {"mnuDupK2", MessageAnswer::Yes, {}, false, false},
-    };
+        {"mnuDupK2", MessageAnswer::Yes, {}, false, false}};
     for (const auto& [entry, answer, pairs, hasA, hasC] : steps) {
         machine.Windows.Answers = {answer};
         Choose(*Form7, Form7->Grid1, 1, entry);

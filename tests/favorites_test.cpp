@@ -28,8 +28,7 @@ TEST_F(FavoritesTest, SplitsUrls) {
         {"http:/a.example/x", {"http", "/a.example/x", "", "", ""}}, // no scheme to drop, and a ":" in front of the "/"
         {"https:/", {"", "/", "80", "", ""}},
         {"http", {"http", "/", "80", "", ""}},
-        {"ftp://a.example/x", {"", "kept", "kept", "kept", "kept"}},
-    };
+        {"ftp://a.example/x", {"", "kept", "kept", "kept", "kept"}}};
     for (const auto& [url, pieces] : cases) {
         Strings split(5, "kept");
         SplitUrl(url, split[0], split[1], split[3], split[4], split[2]);
@@ -85,8 +84,7 @@ TEST_F(FavoritesTest, ReadsOddShortcutsAsWindowsDoes) {
         {name + "URL=" + std::string(9997, 'x') + "\xC3\xA9z", std::string(9997, 'x') + "\xC3\xA9"},
         {name + "URL=" + std::string(9998, 'x') + "\xC3\xA9z", std::string(9998, 'x')},
         {name + "URL=" + std::string(9997, 'x') + "\xF0\x9F\x98\x80", std::string(9997, 'x')},
-        {name + "URL=" + std::string(9997, 'x') + "\x80\x80\x80", std::string(9997, 'x') + "\x80\x80"},
-    };
+        {name + "URL=" + std::string(9997, 'x') + "\x80\x80\x80", std::string(9997, 'x') + "\x80\x80"}};
     for (const auto& [bytes, url] : rows) {
         machine.Favorites.AddFile("x.url", bytes);
         EXPECT_EQ(ReadShortcutUrl(machine.Favorites.Full("x.url")), url)

@@ -1,8 +1,7 @@
 // What Linux alone asks of its files, settings and browser, beside the contracts; and the readers over the fuzzer's
 // corpus.
 
-#include "contract_files.h"
-#include "contract_settings.h"
+#include "contract_storage.h"
 #include "fuzz/Targets.h"
 #include "platform/posix/PosixShell.h"
 
@@ -76,8 +75,7 @@ TEST_F(PosixFilesTest, FavoritesFolderFollowsUserDirs) {
         {"XDG_FAVORITES_DIR=\"/unclosed", "\\unclosed"},
         {"XDG_FAVORITES_DIR=\"/unended\\", ""},
         {"XDG_FAVORITES_DIR=/bare", usual},
-        {"XDG_FAVORITES_DIR=\"/a\0b\""s, usual},
-    };
+        {"XDG_FAVORITES_DIR=\"/a\0b\""s, usual}};
     for (const auto& [userDirs, folder] : rows) {
         MakeFile("config\\user-dirs.dirs", userDirs);
         EXPECT_EQ(files.FavoritesFolder(), folder) << userDirs;
@@ -189,14 +187,14 @@ TEST(PosixShellTest, AUrlIsOneArgumentAndNothingIsInherited) {
         // Standard input, output and error, and the one that ls lists with.
         const std::string inheritance = "1\n" + url + "\n" + folder + "\n0 1 2 3 \n/dev/null\n";
         EXPECT_TRUE(FileBytes(started).starts_with(inheritance)) << FileBytes(started);
-        EXPECT_NE(FileBytes(started), inheritance + std::to_string(getsid(0)) + "\n.\n") << "ends with our terminal";
+        EXPECT_NE(FileBytes(started), inheritance + std::to_string(getsid(0)) + "\n.\n")
+            << "it would end with our terminal";
         EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a child is left to wait for";
     }
     close(inherited);
 }
 
 // Seeds, and every input that once brought out a fault.
-
 TEST(FuzzTargets, EveryKeptInputIsAnsweredRightly) {
     for (const auto& [name, target] : fuzz::Targets) {
         EXPECT_FALSE(std::filesystem::is_empty(FUZZ_CORPUS + name));

@@ -129,8 +129,7 @@ TEST_F(ShellTest, RefusesAndStoresNothing) {
         {"5", "abc", 1, 0, "Proxy Port value must be numeric", &Form1Window::Text3},
         {"5", "99999999999", 1, 0, "Proxy Port value must be numeric", &Form1Window::Text3},
         {"5", "abc", 0, 0, "You must to choose at least one category to catch.", nullptr},
-        {"5", "abc", 0, 1, "The options could not be stored.", nullptr},
-    };
+        {"5", "abc", 0, 1, "The options could not be stored.", nullptr}};
     StartProgram();
     for (const auto& [timeout, port, proxy, category, message, field] : cases) {
         SCOPED_TRACE(message);

@@ -1,9 +1,8 @@
 // What Windows alone asks of its files, settings and sockets, beside the contracts.
 
 #include "LoopbackPeer.h"
-#include "contract_files.h"
-#include "contract_settings.h"
 #include "contract_sockets.h"
+#include "contract_storage.h"
 
 namespace tarnwick::test {
 namespace {

@@ -25,6 +25,14 @@ public:
         MapWindowPoints(Real(control), captor, &place, 1);
         Post(WM_LBUTTONUP, captor, place.x, place.y);
     }
+    void ClickEarly(Control& control, const std::function<void()>& change) override {
+        for (const UINT message : {WM_LBUTTONDOWN, WM_LBUTTONUP})
+            PostMessageW(Real(control), message, 0, MAKELPARAM(5, 5));
+        Sleep(50);
+        change();
+        services().Windows.Show(w);
+        Settle();
+    }
     void ClickRow(int row, int button) override {
         RECT place;
         ListView_GetItemRect(Real(w.Grid1), row > 0 ? row - 1 : w.Grid1.RowCount() - 1, &place, LVIR_BOUNDS);
@@ -211,10 +219,13 @@ TEST_F(Win32WindowsTest, ServesAScreenReader) {
 }
 
 // Themed buttons have their parent paint behind them.
-TEST_F(Win32WindowsTest, PaintsItsGroundWhereItIsAsked) {
+TEST_F(Win32WindowsTest, FollowsItsFrameAndPaintsItsGroundWhereItIsAsked) {
+    Show();
     w.BackColor = Color::Rgb(1, 2, 3);
     w.Frame1.BackColor = Color::Rgb(4, 5, 6);
-    Show();
+    w.Icon = "tarnwick.ico";
+    p.Settle();
+    EXPECT_NE(SendMessageW(Form(), WM_GETICON, ICON_BIG, 0), 0);
     const HDC surface = CreateCompatibleDC(nullptr);
     const HBITMAP bitmap = CreateBitmap(100, 100, 1, 32, nullptr);
     SelectObject(surface, bitmap);
