@@ -166,6 +166,7 @@ public:
 
     // With their widths.
     static Strings VisibleColumns(const Grid& grid) {
+        EXPECT_EQ(grid.DefaultRowHeight, 17);
         Strings headers;
         for (const auto& column : grid.Columns())
             if (column.Visible)

@@ -23,6 +23,7 @@ public:
         ClientWidth = ClientHeight = 6000;
         Timers = {&Timer1};
         ApplyLayout(*this, {{Shape1, "Shape1", nullptr, {0, 0, 6000, 6000}},
+                            {Line1, "Line1", nullptr, {0, 5400, 6000, 0}},
                             {Label1, "Label1", nullptr, {0, 0, 1500, 210}},
                             {Frame1, "Frame1", nullptr, {0, 300, 3000, 900}},
                             {Label2, "Label2", &Frame1, {150, 300, 1500, 210}},
@@ -65,6 +66,7 @@ public:
     TextBox Text1;
     PictureBox Picture1;
     Shape Shape1;
+    Line Line1;
     GridControl Grid1;
     TreeControl Tree1;
     Timer Timer1;
@@ -159,8 +161,10 @@ TEST_F(WindowContract, RaisesWhatAPersonDoes) {
     w.Text1.Text = "5";
     p.Type({.Letter = "6"}); // to what the model says now
     EXPECT_EQ(w.Text1.Text.size(), 2U);
-    p.Click(w.Command2);
-    p.ActOn(w.Command1);
+    w.Command2.Caption = "&Uno";
+    p.Settle();
+    p.ActOn(w.Command2);
+    p.Click(w.Command1);
     p.Click(w.Label1);
     p.Click(w.Check1);
     p.ClickNode(2);
@@ -243,14 +247,13 @@ TEST_F(WindowContract, ClosesByItsCloseBoxButGivesAHiddenOrBlockedWindowNoEvents
 
 TEST_F(WindowContract, PressesOnceAndForTheCaptionThatWasPressed) {
     Show();
-    for (const bool repeated : {false, true})
+    for (const bool repeated : {false, true}) {
         p.Type({.Which = Key::Enter, .Repeated = repeated});
-    for (const bool repeated : {false, true})
         p.Type({.Letter = "t", .Alt = true, .Repeated = repeated});
-    p.Type({.Which = Key::Enter}); // presses the button to which the access key has given the focus
-    for (const bool repeated : {false, true})
+        p.Type({.Which = Key::Enter, .Repeated = repeated}); // on the button that the access key has given the focus
         p.Type({.Which = Key::Space, .Letter = " ", .Repeated = repeated});
-    EXPECT_EQ(Raised(), (Log{"Command1", "Command2", "Command2", "Command2"}));
+        EXPECT_EQ(Raised(), repeated ? Log{} : (Log{"Command1", "Command2", "Command2", "Command2"}));
+    }
     p.PressOn(w.Command1);
     w.Command1.Caption = w.Command2.Caption;
     p.LetGo(w.Command1); // not for that one

@@ -82,7 +82,9 @@ TEST_F(DuplicatesTest, ACancelAndACloseHoldInEveryPass) {
         for (int pass = 1; pass <= 20; ++pass) {
             SCOPED_TRACE(way + " in pass " + std::to_string(pass));
             const auto old = std::static_pointer_cast<Form7Window>(Form7->shared_from_this());
-            const auto detail = [&] { return old->Label2.Caption + std::to_string(old->Grid1.RowCount()); };
+            const auto detail = [&] {
+                return old->Label2.Caption + std::to_string(old->Grid1.RowCount() + 1000 * old->List1.size());
+            };
             std::string last;
             machine.Windows.InPass(pass, [&] {
                 stages.insert(old->Label1.Caption + old->Label2.Caption);

@@ -66,8 +66,8 @@ TEST(FaultsTest, TheEndOfTheProgramEndsEveryCheck) {
             Prepare(user.machine);
             user.StartProgram();
             const auto reached = [&] {
-                const std::string& caption = duplicates ? Form7->Command1.Caption : Form4->Command1.Caption;
-                return caption + std::to_string(user.machine.Favorites.ReadIn.size());
+                return (duplicates ? Form7->Command1 : Form4->Command1).Caption +
+                       std::to_string(user.machine.Favorites.ReadIn.size());
             };
             std::string last;
             user.machine.Windows.InPass(pass, [&] {

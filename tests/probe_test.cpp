@@ -167,8 +167,9 @@ TEST_F(ProbeTest, OtherMessagesReachTheWindowsOwnProcedure) {
 
 TEST_F(ProbeTest, TheNetworkSectionStartsAndEndsOnceAndAFailedStartIsTold) {
     EXPECT_EQ(machine.Sockets.Startups, 1);
+    Socket().SOCKET_CONNECT(Form2->Handle(), "silent.example", 80, 0);
     Form2.Unload();
-    EXPECT_EQ(machine.Sockets.Cleanups, 1);
+    EXPECT_TRUE(machine.Sockets.Cleanups == 1 && machine.Sockets.OpenNumbers.empty());
     machine.Faults.Call = "Startup";
     StartProgram();
     ExpectMessage("Unable to start network section", MessageIcon::Critical, "Dunmarrow");

@@ -19,8 +19,7 @@ namespace {
 using std::chrono::microseconds;
 
 struct Usage {
-    long Kilobytes;
-    long Descriptors;
+    long Kilobytes, Descriptors;
 };
 
 // What this process uses now, on a line of its own.

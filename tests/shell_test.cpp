@@ -39,7 +39,8 @@ TEST_F(ShellTest, SplashLeadsToTheMainWindow) {
     machine.Windows.PumpEvents();
     EXPECT_FALSE(Form9.IsLoaded());
     ASSERT_TRUE(Form3.IsLoaded() && Form3->IsVisible());
-    EXPECT_TRUE(Form3->Edge == 5 && Form3->Label2[1].BackColor == Color::Of(ColorRole::ButtonShadow));
+    EXPECT_TRUE(Form3->Edge == 5 && Form3->Label2[1].BackColor.Role == ColorRole::ButtonShadow);
+    EXPECT_EQ(Form3->Label2[1].ForeColor.Role, ColorRole::HighlightText);
     EXPECT_EQ(Form3->Picture1.Picture, "side.jpg");
     EXPECT_TRUE(Form2.IsLoaded() && Form4.IsLoaded() && Form5.IsLoaded());
     EXPECT_FALSE(Form2->IsVisible() || Form4->IsVisible() || Form5->IsVisible());

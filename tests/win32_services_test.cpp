@@ -7,11 +7,6 @@
 namespace tarnwick::test {
 namespace {
 
-TEST(Win32FilesTest, NamesAFolderForTheFavorites) {
-    const std::string folder = Win32Files().FavoritesFolder();
-    EXPECT_TRUE(std::filesystem::is_directory(WideOf(folder))) << folder;
-}
-
 TEST_F(SettingsContract, ValueThatIsNoTextReadsAsTheDefault) {
     const std::string path = home.Key + "\\Tarnwick\\Preferences";
     const DWORD number = 5;

@@ -84,8 +84,8 @@ TEST_F(WindowTest, Utf8KeepsEveryCodeAtItsLengthsEnds) {
     EXPECT_EQ(read, codes);
     EXPECT_EQ(Shortened("a\u00E9b", 2) + Shortened("a\u00E9", 2), "a\u00E9...a\u00E9");
     for (const char* bytes :
-         {"\xC1\xBF", "\xE0\x9F\xBF", "\xED\xA0\x80", "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80", "\xC2"})
-        EXPECT_FALSE(DecodeUtf8(bytes, 0).Valid);
+         {"\xC1\xBF", "\xE0\x9F\xBF", "\xED\xA0\x80", "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80", "\xC2", "\x80"})
+        EXPECT_FALSE(DecodeUtf8(bytes, 0).Valid || IsAscii(bytes));
 }
 
 TEST_F(WindowTest, TimersTickOnceAPassAndRefuseSenselessIntervals) {
@@ -167,14 +167,14 @@ TEST_F(WindowTest, AFieldTakesNoMoreThanItHoldsButWhatMakesALongTextShorter) {
         EXPECT_EQ(taken, field.Text == text);
         EXPECT_EQ(field.Text, after);
     }
-    field.Enabled = false;
-    EXPECT_FALSE(Input(*Form1).Edit(field, ""));
 }
 
 TEST_F(WindowTest, AWindowOutlivesTheHandlerThatUnloadsIt) {
+    Form6.Hide(); // has no effect yet
     Window& window = Form6.Load();
     window.Raise(std::function<void()>([&window] {
         window.Unload();
+        window.Unload(); // has no effect any more
         EXPECT_EQ(window.Name, "Form6");
     }));
 }

@@ -19,7 +19,6 @@ QtControl::QtControl(Control& control, QWidget& widget) : control_(control), wid
     widget_.setObjectName(SingleLineOf(control.Name));
     widget_.setAccessibleName(SingleLineOf(control.AccessibleName));
     widget_.setAccessibleDescription(SingleLineOf(control.AccessibleDescription));
-    widget_.setFocusPolicy(control.TabIndex >= 0 ? Qt::StrongFocus : Qt::NoFocus);
     widget_.setGeometry(PixelsOf(control.Place));
     widget_.setAttribute(Qt::WA_NoMousePropagation); // a click on a control is none on what it covers
 }

@@ -87,7 +87,6 @@ public:
         : QTableView(&parent), grid_(grid), window_(window) {
         setSelectionBehavior(SelectRows);
         setSelectionMode(SingleSelection);
-        setEditTriggers(NoEditTriggers);
         setTabKeyNavigation(false);
         setWordWrap(false);
         setCornerButtonEnabled(false);

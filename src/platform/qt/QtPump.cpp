@@ -158,8 +158,6 @@ void QtPump::timerEvent(QTimerEvent* event) {
     if (event->timerId() == wakeTimer_) {
         StopTimer(wakeTimer_);
         WakeUp();
-        if (!pumping_)
-            Arm();
     } else if (event->timerId() == syncTimer_) {
         SyncNow();
     }

@@ -55,7 +55,7 @@ void QtTree::BuildNodes() {
             item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
             item->setCheckState(0, StateOf(node.Check));
         }
-        if (node.Parent > 0 && node.Parent < index)
+        if (node.Parent > 0)
             items_[static_cast<std::size_t>(node.Parent)]->addChild(item);
         else
             view_.addTopLevelItem(item);
