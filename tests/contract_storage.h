@@ -8,8 +8,6 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <string>
-#include <vector>
 
 namespace tarnwick::test {
 

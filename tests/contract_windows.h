@@ -10,8 +10,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
-
 namespace tarnwick::test {
 
 using Log = std::vector<std::string>;
