@@ -38,7 +38,6 @@ void Form7Window::OnLoad() {
     Grid1.AddColumn("Folder 2", 93, true, {1, folder});
     Grid1.AddColumn("File1", 20, false, {0, file});
     Grid1.AddColumn("File2", 20, false, {1, file});
-    Grid1.DefaultRowHeight = 17;
 }
 
 // A close during a run is a cancel: its frames fall through and touch nothing of a window that has gone.

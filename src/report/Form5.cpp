@@ -26,7 +26,6 @@ void Form5Window::OnLoad() {
     Grid1.AddColumn("URL", 265);
     Grid1.AddColumn("Problem", 110);
     Grid1.AddColumn("File", 100, false);
-    Grid1.DefaultRowHeight = 17;
 }
 
 void Form5Window::OnUnload() { Form3.Show(); }

@@ -275,7 +275,9 @@ void QtWindow::keyPressEvent(QKeyEvent* event) { event->ignore(); }
 
 void QtWindow::paintEvent(QPaintEvent*) {
     if (place_ && !windowHandle()->frameMargins().isNull()) {
-        if (frameGeometry().topLeft() == *place_)
+        // Nobody has moved it: what lies there is the frame, or the inside as long as Qt hasn't heard of the window's
+        // move.
+        if (frameGeometry().topLeft() == *place_ || geometry().topLeft() == *place_)
             Centre();
         place_.reset();
     }
