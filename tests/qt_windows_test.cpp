@@ -418,7 +418,7 @@ TEST_F(QtWindowsTest, WaitShowsWhatHasChangedAndReturnsForATick) {
     bound.callOnTimeout(qApp, &QCoreApplication::quit);
     bound.start(20000);
     person.Machine.Windows.Run();
-    EXPECT_LT(services().Clock.Now() - begin, 20000);
+    EXPECT_LT(services().Clock.Now() - begin, 10000);
 }
 
 // What edges, corners and marks take from the room for a text.
