@@ -15,22 +15,6 @@ namespace tarnwick::bench {
 
 namespace {
 
-class WatchedWindows : public QtWindows {
-public:
-    WatchedWindows(test::PosixMachine& machine) : QtWindows(machine.Loop, machine.Sockets), events_(machine.Events) {}
-    bool PumpEvents() override { return Look(QtWindows::PumpEvents()); }
-    bool WaitForEvents() override { return Look(QtWindows::WaitForEvents()); }
-
-private:
-    bool Look(bool goesOn) const {
-        if (events_.EachPass)
-            events_.EachPass();
-        return goesOn;
-    }
-
-    test::WatchedEvents& events_;
-};
-
 class QtProgram : public Program {
 public:
     QtProgram() {
@@ -41,7 +25,7 @@ public:
 
     void Press(Window& window, Control& button) override {
         for (QWidget* shown : QApplication::topLevelWidgets())
-            if (shown->isVisible() && shown->objectName() == QString::fromStdString(window.Name))
+            if (const auto* real = qobject_cast<QtWindow*>(shown); real != nullptr && real->Shows(window))
                 return shown->findChild<QAbstractButton*>(QString::fromStdString(button.Name))->click();
         throw std::logic_error("no window " + window.Name);
     }
@@ -50,13 +34,14 @@ public:
         windows_.Show(window);
         QApplication::processEvents();
     }
+    std::function<void()>& EachPass() override { return windows_.EachPass; }
 
 private:
     int count_ = 1;
     char name_[9] = "tarnwick";
     char* arguments_[2] = {name_, nullptr};
     QApplication application_{count_, arguments_};
-    WatchedWindows windows_{Machine};
+    Watched<QtWindows> windows_{Machine.Loop, Machine.Sockets};
     ServicesInUse inUse_{
         {Machine.Files, Machine.Settings, Machine.Sockets, windows_, Machine.Clock, Machine.Shell, Machine.Text}};
 };

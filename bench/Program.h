@@ -11,6 +11,23 @@
 
 namespace tarnwick::bench {
 
+// Windows with an eye on each pass of their pump.
+template <class Windows> class Watched : public Windows {
+public:
+    using Windows::Windows;
+    bool PumpEvents() override { return Look(Windows::PumpEvents()); }
+    bool WaitForEvents() override { return Look(Windows::WaitForEvents()); }
+
+    std::function<void()> EachPass; // called whenever the program has handled events
+
+private:
+    bool Look(bool goesOn) const {
+        if (EachPass)
+            EachPass();
+        return goesOn;
+    }
+};
+
 // Without windows on the screen.
 class Program {
 public:
@@ -22,10 +39,11 @@ public:
     virtual void Wait() { Machine.Windows.WaitForEvents(); }
     // Returns when what the window's fields say is on the screen.
     virtual void Draw(Window&) {}
+    // Of the windows in use.
+    virtual std::function<void()>& EachPass() { return Machine.Windows.EachPass; }
 
     std::string Name = "headless";
-    test::PosixMachine Machine;
-    std::function<void()>& EachPass = Machine.Events.EachPass; // called whenever the program has handled events
+    test::PosixMachineWith<MemorySettings, Watched<HeadlessWindows>> Machine;
 };
 
 // With windows; one a process.

@@ -32,7 +32,7 @@ void Check(Program& program, Times& times) {
     program.Press(*Form3, Form3->Command1);
     Form7->Timer1.SetInterval(1);
     double compared = 0;
-    program.EachPass = [&, look = program.EachPass] {
+    program.EachPass() = [&, look = program.EachPass()] {
         if (look)
             look();
         if (compared == 0 && Form7->Label1.Caption.starts_with('C'))
@@ -45,7 +45,7 @@ void Check(Program& program, Times& times) {
         program.Wait();
     times.Whole.push_back(WallSeconds() - clicked);
     times.Gathering.push_back(compared - listed);
-    program.EachPass = nullptr;
+    program.EachPass() = nullptr;
 }
 
 void RunShell(const std::string& root) {
@@ -106,7 +106,7 @@ void ManyRows() {
     });
     double last = WallSeconds();
     double longest = 0;
-    program->EachPass = [&] { longest = std::max(longest, WallSeconds() - std::exchange(last, WallSeconds())); };
+    program->EachPass() = [&] { longest = std::max(longest, WallSeconds() - std::exchange(last, WallSeconds())); };
     Times times;
     Check(*program, times);
     program->Draw(*Form7);

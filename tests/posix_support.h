@@ -77,13 +77,13 @@ template <class Work> int InChild(Work work) {
 
 // The real services of this system under windows without a screen, in use for as long as the object lives. The
 // Favorites folder is the one of the environment (TemporaryHome).
-template <class SettingsKind> struct PosixMachineWith {
+template <class SettingsKind, class WindowsKind = HeadlessWindows> struct PosixMachineWith {
     SteadyClock Clock;
     MessageLoop Loop{Clock};
     PosixFiles Files;
     SettingsKind Settings;
     PosixSockets Sockets{Loop};
-    HeadlessWindows Windows{Loop, Sockets, Clock};
+    WindowsKind Windows{Loop, Sockets, Clock};
     RecordingShell Shell;
     PosixText Text;
     ServicesInUse InUse{{Files, Settings, Sockets, Windows, Clock, Shell, Text}};
