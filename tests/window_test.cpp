@@ -8,7 +8,6 @@
 #include "window/Utf8.h"
 
 #include <set>
-#include <utility>
 
 namespace tarnwick {
 namespace {
