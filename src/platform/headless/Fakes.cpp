@@ -128,6 +128,7 @@ constexpr std::int32_t EventClose = 32;
 constexpr std::int32_t ConnectionRefused = 10061;
 constexpr std::int32_t AddressNotAvailable = 10049;
 
+// SO_LINGER of SOL_SOCKET.
 bool IsLinger(std::int32_t level, std::int32_t option) { return level == 65535 && option == 128; }
 
 } // namespace

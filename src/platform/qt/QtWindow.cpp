@@ -275,8 +275,7 @@ void QtWindow::keyPressEvent(QKeyEvent* event) { event->ignore(); }
 
 void QtWindow::paintEvent(QPaintEvent*) {
     if (place_ && !windowHandle()->frameMargins().isNull()) {
-        // Nobody has moved it: what lies there is the frame, or the inside as long as Qt hasn't heard of the window's
-        // move.
+        // Nobody has moved it: there lies the frame, or the inside until Qt has heard that the frame moved it.
         if (frameGeometry().topLeft() == *place_ || geometry().topLeft() == *place_)
             Centre();
         place_.reset();
