@@ -188,28 +188,12 @@ TEST_F(QtWindowsTest, ShowsDataAsPlainTextEverywhere) {
     EXPECT_TRUE(heading.treeWidget()->isHeaderHidden() && heading.child(0)->checkState(0) == Qt::Checked);
     EXPECT_EQ(heading.child(2)->text(0), MarkupShown.c_str());
     EXPECT_EQ(person.Real(w.Label1).toolTip(), "<p style='white-space:pre'>&lt;b&gt;bold&lt;/b&gt;</p>");
-    auto& grid = person.Real<QTableView>(w.Grid1);
+    const auto& grid = person.Real<QTableView>(w.Grid1);
     EXPECT_EQ(grid.model()->index(0, 0).data(), MarkupShown.c_str());
     EXPECT_EQ(grid.columnWidth(0) + grid.columnWidth(1), 90 + 90);
     const QHeaderView& header = *grid.horizontalHeader();
     QTest::mouseClick(header.viewport(), Qt::LeftButton, {}, QPoint(header.sectionViewportPosition(1) + 20, 5));
     EXPECT_EQ(Raised(), Log{"Header 3"});
-    w.Grid1.MouseButton = [this](int button, int shift, int, int y) {
-        w.Log.push_back(std::to_string(button) + " " + std::to_string(shift) + (y > 20 ? " below the header" : ""));
-    };
-    for (const auto& [button, key] : {std::pair{Qt::LeftButton, Qt::ShiftModifier},
-                                      {Qt::RightButton, Qt::ControlModifier},
-                                      {Qt::MiddleButton, Qt::AltModifier}})
-        QTest::mouseDClick(grid.viewport(), button, key, grid.visualRect(grid.model()->index(1, 0)).center());
-    EXPECT_EQ(Raised(), (Log{"1 1 below the header", "2 2 below the header", "4 4 below the header"}));
-    EXPECT_EQ(p.SelectedRow(), 2);
-    for (const Key key : {Key::Down, Key::Up}) {
-        w.Grid1.SelectedRow = 0;
-        w.SetFocus(w.Grid1);
-        p.Settle();
-        p.Type({.Which = key});
-        EXPECT_EQ(w.Grid1.SelectedRow, 2) << "the row that the keyboard is at";
-    }
     for (const int row : {2, 1}) {
         const QPoint place = grid.visualRect(grid.model()->index(row, 0)).center();
         QHelpEvent help(QEvent::ToolTip, place, grid.viewport()->mapToGlobal(place));
@@ -217,17 +201,6 @@ TEST_F(QtWindowsTest, ShowsDataAsPlainTextEverywhere) {
         const std::string whole = "<p style='white-space:pre'>&lt;i&gt;" + std::string(97, 'x') + "\nxxx</p>";
         EXPECT_EQ(QToolTip::text().toStdString(), row == 1 ? whole : ""); // where the cell cuts it
     }
-    QSignalSpy redrawn(grid.model(), &QAbstractItemModel::dataChanged);
-    w.Grid1.SetCellText(1, 3, "here");
-    p.Settle();
-    ASSERT_EQ(redrawn.count(), 1);
-    EXPECT_EQ(redrawn[0][1].toModelIndex(), grid.model()->index(2, 1));
-    for (const int row : {3, 1})
-        w.Grid1.RemoveRow(row);
-    p.Settle();
-    EXPECT_EQ(grid.model()->rowCount(), 1);
-    QTest::keyClick(&grid, Qt::Key_F10, Qt::ShiftModifier);
-    EXPECT_EQ(Raised().back(), "2 0 below the header");
 
     MenuEntry grey{"", "Grey", false, false, {}}, line{"", "", true, true, {}};
     MenuEntry entry{"", Markup, false, true, [&] { w.Log.push_back("entry"); }};
@@ -242,6 +215,36 @@ TEST_F(QtWindowsTest, ShowsDataAsPlainTextEverywhere) {
         PopUp(menu, w);
         EXPECT_EQ(Raised(), answer == Qt::Key_Return ? Log{"entry"} : Log{});
     }
+}
+
+TEST_F(QtWindowsTest, AGridTakesButtonsAndKeysAndFollowsItsRows) {
+    Show();
+    auto& grid = person.Real<QTableView>(w.Grid1);
+    w.Grid1.MouseButton = [this](int button, int shift, int, int y) {
+        w.Log.push_back(std::to_string(button) + " " + std::to_string(shift) + (y > 20 ? " below the header" : ""));
+    };
+    for (const auto& [button, key] : {std::pair{Qt::LeftButton, Qt::ShiftModifier},
+                                      {Qt::RightButton, Qt::ControlModifier},
+                                      {Qt::MiddleButton, Qt::AltModifier}})
+        QTest::mouseDClick(grid.viewport(), button, key, grid.visualRect(grid.model()->index(1, 0)).center());
+    EXPECT_EQ(Raised(), (Log{"1 1 below the header", "2 2 below the header", "4 4 below the header"}));
+    for (const Key key : {Key::Down, Key::Up}) {
+        w.Grid1.SelectedRow = 0;
+        w.SetFocus(w.Grid1);
+        p.Settle();
+        p.Type({.Which = key});
+        EXPECT_EQ(w.Grid1.SelectedRow, 2) << "the row that the keyboard is at";
+    }
+    QSignalSpy redrawn(grid.model(), &QAbstractItemModel::dataChanged);
+    w.Grid1.SetCellText(1, 3, "here");
+    p.Settle();
+    ASSERT_EQ(redrawn.count(), 1);
+    EXPECT_EQ(redrawn[0][1].toModelIndex(), grid.model()->index(2, 1));
+    QTest::keyClick(&grid, Qt::Key_F10, Qt::ShiftModifier);
+    EXPECT_EQ(Raised().back(), "2 0 below the header");
+    w.Grid1.ClearRows();
+    p.Settle();
+    EXPECT_EQ(grid.model()->rowCount(), 0);
 }
 
 TEST_F(QtWindowsTest, AsksWhateverAFavoriteHoldsOnTheSmallestScreen) {
@@ -414,9 +417,7 @@ TEST_F(QtWindowsTest, WaitShowsWhatHasChangedAndReturnsForATick) {
         sockets.AsyncSelect(socket, w.Handle(), 1025, 51);
         sockets.Connect(socket, {2, sockets.HostToNetwork(1), 0x0100007F, {}}); // refused
     });
-    QTimer bound;
-    bound.callOnTimeout(qApp, &QCoreApplication::quit);
-    bound.start(20000);
+    QTimer::singleShot(20000, RealOf(w), &QCoreApplication::quit);
     person.Machine.Windows.Run();
     EXPECT_LT(services().Clock.Now() - begin, 10000);
 }
