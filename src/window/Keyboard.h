@@ -27,7 +27,8 @@ struct KeyEffect {
     GridControl* OpenMenu = nullptr; // its pop-up opens at the selected row
 };
 
-// `focused` is the control that has the focus, or nullptr. A held key presses nothing a second time.
+// `focused` is the control that has the focus, or nullptr. A held key presses nothing a second time; a window that
+// takes no input takes no key.
 KeyEffect EffectOf(const KeyPress& key, const Window& window, const Control* focused);
 
 } // namespace tarnwick
