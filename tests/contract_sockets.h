@@ -5,7 +5,7 @@
 // A machine for this suite is in use while it lives, and has a peer: `Address()` of one that listens, `Refusing()` of
 // one that doesn't; `Accept()`, `Say(text)`, `Hear()`, `Hang()` (closes the connection), `Reset()` (drops it).
 
-#include "platform/Services.h"
+#include "services/Services.h"
 #include "window/Window.h"
 
 #include <gtest/gtest.h>

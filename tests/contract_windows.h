@@ -3,10 +3,10 @@
 // What a window must do on every desktop, written once for a sample window and a person's hands and eyes before it.
 // Each front end's tests include it and make their Person.
 
+#include "text/Text.h"
 #include "window/Dialogs.h"
 #include "window/Keyboard.h"
 #include "window/Layout.h"
-#include "window/Text.h"
 
 #include <gtest/gtest.h>
 

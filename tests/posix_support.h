@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/SteadyClock.h"
 #include "platform/headless/Fakes.h"
 #include "platform/headless/HeadlessWindows.h"
 #include "platform/posix/PosixFiles.h"
@@ -8,6 +7,7 @@
 #include "platform/posix/PosixSockets.h"
 #include "platform/posix/PosixText.h"
 #include "platform/posix/RegularFile.h"
+#include "services/SteadyClock.h"
 
 #include <cstdlib>
 #include <filesystem>

@@ -2,10 +2,10 @@
 
 #include "Driver.h"
 #include "contract_windows.h"
-#include "platform/SteadyClock.h"
 #include "platform/qt/QtLook.h"
 #include "platform/qt/QtWindows.h"
 #include "report/Form6.h"
+#include "services/SteadyClock.h"
 
 #include <QSignalSpy>
 #include <QTest>

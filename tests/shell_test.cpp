@@ -1,6 +1,6 @@
 #include "Driver.h"
 
-#include "favorites/Number.h"
+#include "text/Number.h"
 
 #include <optional>
 #include <tuple>

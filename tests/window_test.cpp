@@ -1,11 +1,12 @@
 #include "Driver.h"
 
 #include "report/Form6.h"
+#include "text/Text.h"
+#include "text/Ascii.h"
+#include "text/Utf8.h"
 #include "window/Dialogs.h"
 #include "window/Keyboard.h"
 #include "window/Pace.h"
-#include "window/Text.h"
-#include "window/Utf8.h"
 
 #include <set>
 

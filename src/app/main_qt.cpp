@@ -1,4 +1,3 @@
-#include "platform/SteadyClock.h"
 #include "platform/posix/PosixFiles.h"
 #include "platform/posix/PosixSettings.h"
 #include "platform/posix/PosixShell.h"
@@ -6,6 +5,7 @@
 #include "platform/posix/PosixText.h"
 #include "platform/qt/QtLook.h"
 #include "platform/qt/QtWindows.h"
+#include "services/SteadyClock.h"
 #include "shell/Form9.h"
 
 #include <QApplication>

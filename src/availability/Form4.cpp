@@ -1,12 +1,12 @@
 #include "availability/Form4.h"
 
 #include "favorites/Folders.h"
-#include "favorites/Preferences.h"
 #include "report/Form5.h"
 #include "shell/Form2.h"
 #include "shell/Form3.h"
 #include "shell/Form9.h"
 #include "shell/Look.h"
+#include "shell/Preferences.h"
 
 #include <algorithm>
 #include <limits>

@@ -36,6 +36,8 @@ public:
     void ScanFile(std::string szPath, std::string szFile);
     // Walks everything below a folder, depth first. `valMain` is true for the run's own call.
     void FillFolders(std::string szMainPath, Flag valMain);
+    // Puts the link under check into the report, with `url` as its link.
+    void AddFinding(const std::string& url, const char* problem) const;
 
 private:
     void Layout();
@@ -60,7 +62,6 @@ private:
     void ConnectLink();
     void WaitForLink();
     bool Pump(); // false: a stop was requested
-    void AddRow(const std::string& url, const char* problem);
 
     Favorites::Visits visits_; // of the run
     bool runOnStack_ = false;  // from the start of a run until its last frame has gone

@@ -2,11 +2,11 @@
 
 #include "availability/Form4.h"
 #include "favorites/Folders.h"
-#include "favorites/Number.h"
-#include "favorites/Preferences.h"
 #include "favorites/Shortcut.h"
 #include "report/Form5.h"
 #include "shell/Form2.h"
+#include "shell/Preferences.h"
+#include "text/Number.h"
 
 #include <cstdio>
 
@@ -81,7 +81,7 @@ void Form4Window::ConnectLink() {
     socket.SOCKET_DISCONNECT(Form2->Handle());
     LinkFinished = true;
     if (Preferences.CatchUnabled != 0)
-        AddRow(CurrentLink.RawUrl, "Unable to connect");
+        AddFinding(CurrentLink.RawUrl, "Unable to connect");
 }
 
 void Form4Window::WaitForLink() {
@@ -97,7 +97,7 @@ bool Form4Window::Pump() {
     return !StopRequested;
 }
 
-void Form4Window::AddRow(const std::string& url, const char* problem) {
+void Form4Window::AddFinding(const std::string& url, const char* problem) const {
     AddReportRow({Label6.Caption, CurrentLink.FolderShown, url, problem, CurrentLink.File});
 }
 
@@ -109,7 +109,7 @@ void Form4Window::Timer1_Tick() {
     Form2->SOCKET->SOCKET_DISCONNECT(Form2->Handle());
     LinkFinished = true;
     if (Preferences.CatchTimedout != 0)
-        AddRow(CurrentLink.UrlShown, "Timed out");
+        AddFinding(CurrentLink.UrlShown, "Timed out");
 }
 
 void Form4Window::Timer2_Tick() {

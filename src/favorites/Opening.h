@@ -2,7 +2,7 @@
 
 // Handing a site to the user's browser.
 
-#include "platform/Services.h"
+#include "services/Services.h"
 
 #include <string>
 #include <string_view>

@@ -1,9 +1,10 @@
 #include "favorites/Shortcut.h"
 
 #include "favorites/Favorites.h"
-#include "favorites/InitialisationFile.h"
-#include "platform/Services.h"
-#include "window/Utf8.h"
+#include "services/Services.h"
+#include "text/Ascii.h"
+#include "text/IniFile.h"
+#include "text/Utf8.h"
 
 #include <algorithm>
 #include <string_view>
@@ -16,18 +17,10 @@ constexpr std::size_t ValueBufferSize = 10000; // characters, the closing NUL in
 constexpr std::size_t ReadLimit = 16U << 20U;  // bytes of a file; what comes after them is not looked for
 constexpr std::size_t CredentialSpan = 22;     // characters; an "@" further on belongs to the host or target
 
-// Schemes are compared letter by letter in ASCII, whatever the language of the desktop.
-bool BeginsWith(std::string_view text, std::string_view upper) {
-    return text.size() >= upper.size() &&
-           std::equal(upper.begin(), upper.end(), text.begin(), [](char want, char have) {
-               return have == want || (have >= 'a' && have <= 'z' && have - 'a' + 'A' == want);
-           });
-}
-
 void DropScheme(std::string_view& rest) {
-    if (BeginsWith(rest, "HTTP://"))
+    if (BeginsWithRegardlessOfCase(rest, "HTTP://"))
         rest.remove_prefix(7);
-    else if (BeginsWith(rest, "HTTPS:/"))
+    else if (BeginsWithRegardlessOfCase(rest, "HTTPS:/"))
         rest.remove_prefix(std::min<std::size_t>(8, rest.size()));
 }
 
@@ -56,8 +49,8 @@ void TakeCredentials(std::string_view& rest, std::string& szUser, std::string& s
     const std::size_t colon = credentials.find(':');
     szUser = credentials.substr(0, colon);
     if (colon != std::string_view::npos) {
-        const std::string_view behind = credentials.substr(colon + 1);
-        szPassword = behind.substr(0, behind.find(':'));
+        const std::string_view password = credentials.substr(colon + 1);
+        szPassword = password.substr(0, password.find(':')); // a further colon ends it
     }
     rest.remove_prefix(at + 1);
 }
@@ -68,12 +61,12 @@ std::string ReadShortcutUrl(const std::string& szFile) {
     CurrentLink.File = szFile;
     std::string bytes;
     services().Files.Read(szFile, ReadLimit, bytes);
-    return FindInitialisationValue(bytes, "InternetShortcut", "URL", ValueBufferSize);
+    return FindIniValue(bytes, "InternetShortcut", "URL", ValueBufferSize);
 }
 
 void SplitUrl(const std::string& szUrl, std::string& szHost, std::string& szTarget, std::string& szUser,
               std::string& szPassword, std::string& szPort) {
-    if (!BeginsWith(szUrl, "HTTP")) {
+    if (!BeginsWithRegardlessOfCase(szUrl, "HTTP")) {
         szHost.clear();
         return;
     }

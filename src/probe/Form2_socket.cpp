@@ -2,24 +2,15 @@
 
 #include "availability/Form4.h"
 #include "favorites/Favorites.h"
-#include "favorites/Preferences.h"
 #include "probe/Request.h"
 #include "probe/Verdict.h"
-#include "report/ReportRow.h"
 #include "shell/Form2.h"
+#include "shell/Preferences.h"
 
 namespace tarnwick {
 
 using Favorites::CurrentLink;
 using Favorites::LinkFinished;
-
-namespace {
-
-void AddFinding(const char* problem) {
-    AddReportRow({Form4->Label6.Caption, CurrentLink.FolderShown, CurrentLink.UrlShown, problem, CurrentLink.File});
-}
-
-} // namespace
 
 // Through a proxy no credentials go out: those in the record are an earlier link's.
 void Form2Window::SOCKET_CONNECT() {
@@ -33,7 +24,7 @@ void Form2Window::SOCKET_Receive(const std::string& Data) {
     if (const Verdict* verdict = status ? VerdictOf(*status) : nullptr) {
         Form4->Label8.Caption = verdict->Shown;
         if (verdict->Category != nullptr && Preferences.*verdict->Category != 0)
-            AddFinding(verdict->Problem);
+            Form4->AddFinding(CurrentLink.UrlShown, verdict->Problem);
     }
     SOCKET->SOCKET_DISCONNECT(Handle());
     LinkFinished = true;
@@ -44,7 +35,7 @@ void Form2Window::SOCKET_ERROR(std::int32_t /*ErrorID*/) {
     SOCKET->SOCKET_DISCONNECT(Handle());
     LinkFinished = true;
     if (Preferences.CatchConnerr != 0)
-        AddFinding("Connection error");
+        Form4->AddFinding(CurrentLink.UrlShown, "Connection error");
 }
 
 void Form2Window::SOCKET_DISCONNECT() { LinkFinished = true; }

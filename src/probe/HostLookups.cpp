@@ -1,6 +1,6 @@
 #include "probe/HostLookups.h"
 
-#include "platform/Services.h"
+#include "services/Services.h"
 
 #include <algorithm>
 #include <map>

@@ -1,8 +1,8 @@
 #include "probe/Request.h"
 
 #include "Version.h"
-#include "platform/Services.h"
 #include "probe/Base64.h"
+#include "services/Services.h"
 
 namespace tarnwick {
 

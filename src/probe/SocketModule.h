@@ -2,7 +2,7 @@
 
 // The state of the socket engine, one copy in the program, and the window procedure that gets the socket's messages.
 
-#include "platform/Services.h"
+#include "services/Services.h"
 
 #include <cstdint>
 

@@ -1,6 +1,6 @@
 #include "probe/Verdict.h"
 
-#include "favorites/Number.h"
+#include "text/Number.h"
 
 #include <algorithm>
 #include <iterator>
@@ -11,8 +11,8 @@ std::optional<std::int32_t> ReplyStatus(std::string_view data) {
     const std::size_t blank = data.find(' ');
     if (blank == std::string_view::npos)
         return std::nullopt;
-    const std::string_view behind = data.substr(blank + 1);
-    return NumberFromText(behind.substr(0, behind.find(' ')));
+    const std::string_view rest = data.substr(blank + 1);
+    return NumberFromText(rest.substr(0, rest.find(' ')));
 }
 
 const Verdict* VerdictOf(std::int32_t status) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "favorites/Preferences.h"
+#include "shell/Preferences.h"
 
 #include <cstdint>
 #include <optional>

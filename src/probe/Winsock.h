@@ -3,7 +3,7 @@
 // The engine of the one client socket: starts a connection, sends, closes, and turns the machine's socket messages into
 // events. It knows nothing of HTTP. There is exactly one object of it, owned by Form2.
 
-#include "platform/Services.h"
+#include "services/Services.h"
 
 #include <cstdint>
 #include <functional>

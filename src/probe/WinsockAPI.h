@@ -2,7 +2,7 @@
 
 // The Windows Sockets 1.1 calls, wrapped for one asynchronous client socket.
 
-#include "platform/Services.h"
+#include "services/Services.h"
 
 #include <cstdint>
 #include <string>

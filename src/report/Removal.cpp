@@ -1,8 +1,8 @@
 #include "report/Removal.h"
 
-#include "platform/Services.h"
+#include "services/Services.h"
+#include "text/Text.h"
 #include "window/Dialogs.h"
-#include "window/Text.h"
 
 #include <string>
 

@@ -1,8 +1,8 @@
 #include "shell/Form1.h"
 
-#include "favorites/Number.h"
 #include "favorites/Opening.h"
-#include "favorites/Preferences.h"
+#include "shell/Preferences.h"
+#include "text/Number.h"
 #include "window/Dialogs.h"
 
 namespace tarnwick {

@@ -3,12 +3,12 @@
 #include "availability/Form4.h"
 #include "duplicates/Form7.h"
 #include "favorites/Favorites.h"
-#include "favorites/Preferences.h"
 #include "shell/Edges.h"
 #include "shell/Form1.h"
 #include "shell/Form2.h"
 #include "shell/Form9.h"
 #include "shell/Look.h"
+#include "shell/Preferences.h"
 
 namespace tarnwick {
 

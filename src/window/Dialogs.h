@@ -2,7 +2,7 @@
 
 // Boxes and menus in front of all windows, until the user has answered them.
 
-#include "platform/Services.h"
+#include "services/Services.h"
 
 #include <string>
 

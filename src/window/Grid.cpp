@@ -1,6 +1,6 @@
 #include "window/Grid.h"
 
-#include "platform/Services.h"
+#include "services/Services.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,7 +1,7 @@
 #include "window/Input.h"
 
+#include "text/Text.h"
 #include "window/Reach.h"
-#include "window/Text.h"
 
 #include <algorithm>
 #include <utility>

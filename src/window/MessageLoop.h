@@ -3,7 +3,7 @@
 // The portable half of a front end whose desktop has no window messages of its own: posted messages, the procedures
 // installed on windows, and the timers of the loaded windows.
 
-#include "platform/Services.h"
+#include "services/Services.h"
 
 #include <cstdint>
 #include <deque>

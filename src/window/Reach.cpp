@@ -1,6 +1,6 @@
 #include "window/Reach.h"
 
-#include "window/Utf8.h"
+#include "text/Utf8.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "window/Timer.h"
 
-#include "platform/Services.h"
+#include "services/Services.h"
 
 #include <algorithm>
 

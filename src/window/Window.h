@@ -4,7 +4,7 @@
 // loaded (the object exists and its load step has run), shown or hidden, and unloaded (its unload step has run and the
 // object is given up, though it stays valid until the last of its handlers on the stack has returned).
 
-#include "platform/Services.h"
+#include "services/Services.h"
 #include "window/Controls.h"
 #include "window/Timer.h"
 

@@ -2,14 +2,14 @@
 
 #include "favorites/Favorites.h"
 #include "favorites/Folders.h"
-#include "favorites/InitialisationFile.h"
-#include "favorites/Number.h"
 #include "favorites/Shortcut.h"
 #include "platform/headless/HeadlessPlatform.h"
 #include "platform/posix/PosixText.h"
 #include "platform/posix/SettingsText.h"
 #include "platform/posix/UserFolders.h"
 #include "probe/Verdict.h"
+#include "text/IniFile.h"
+#include "text/Number.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -27,7 +27,7 @@ void Require(bool holds, const char* what) {
 // The reader of shortcut files: the input as a whole file, and as the value in a sound one.
 void Shortcut(std::string_view input) {
     const auto read = [](std::string_view file, std::size_t size = 10000) {
-        return FindInitialisationValue(file, "InternetShortcut", "URL", size);
+        return FindIniValue(file, "InternetShortcut", "URL", size);
     };
     const std::string whole = read(input);
     Require(whole.size() < 10000, "a value is longer than its buffer");

@@ -1,5 +1,7 @@
 #include "platform/headless/Fakes.h"
 
+#include "text/Ascii.h"
+
 #include <algorithm>
 #include <cstring>
 #include <stdexcept>
@@ -305,12 +307,6 @@ void FakeSockets::Wait(std::optional<std::int64_t> ms) {
     clock_.Advance(*ms);
 }
 
-std::string PlainText::Upper(std::string_view text) {
-    std::string upper(text);
-    for (char& letter : upper)
-        if (letter >= 'a' && letter <= 'z')
-            letter = static_cast<char>(letter - 'a' + 'A');
-    return upper;
-}
+std::string PlainText::Upper(std::string_view text) { return AsciiUpper(text); }
 
 } // namespace tarnwick

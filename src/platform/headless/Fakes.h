@@ -2,8 +2,8 @@
 
 // Services that live in memory and do what a test asks for, so that any one call can be made to fail.
 
-#include "platform/Services.h"
 #include "platform/headless/Fault.h"
+#include "services/Services.h"
 #include "window/MessageLoop.h"
 
 #include <functional>

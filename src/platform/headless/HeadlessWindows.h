@@ -3,8 +3,8 @@
 // Windows without a screen: events are scripted into a given pump pass, message boxes and menus are answered by a
 // script, and what a screen would show is kept to be looked at.
 
-#include "platform/Services.h"
 #include "platform/headless/Fault.h"
+#include "services/Services.h"
 #include "window/MessageLoop.h"
 #include "window/Pace.h"
 #include "window/Window.h"

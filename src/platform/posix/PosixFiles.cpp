@@ -3,7 +3,7 @@
 #include "platform/posix/PosixText.h"
 #include "platform/posix/RegularFile.h"
 #include "platform/posix/UserFolders.h"
-#include "window/Utf8.h"
+#include "text/Ascii.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -29,10 +29,6 @@ struct CloseFolder {
 };
 
 bool IsDots(std::string_view name) { return name == "." || name == ".."; }
-
-bool EndsWith(std::string_view name, std::string_view ending) {
-    return name.size() >= ending.size() && EqualRegardlessOfCase(name.substr(name.size() - ending.size()), ending);
-}
 
 // Names that differ in case only come in the order of their bytes.
 bool ComesBefore(const Entry& a, const Entry& b) { return std::tie(a.Key, a.Name.Text) < std::tie(b.Key, b.Name.Text); }
@@ -61,7 +57,7 @@ bool PosixFiles::List(const std::string& folder, std::string_view ending, std::v
     std::vector<Entry> entries;
     while (const dirent* found = readdir(opened.get())) { // NOLINT(concurrency-mt-unsafe): one thread a folder
         const std::string_view name = found->d_name;
-        if (IsDots(name) || !EndsWith(name, ending) || name.find('\\') != std::string_view::npos)
+        if (IsDots(name) || !EndsWithRegardlessOfCase(name, ending) || name.find('\\') != std::string_view::npos)
             continue;
         // Not every file system says of what kind an entry is: what may be a link is looked at as one.
         const bool isLink = found->d_type == DT_LNK || found->d_type == DT_UNKNOWN;

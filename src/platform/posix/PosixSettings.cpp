@@ -1,9 +1,9 @@
 #include "platform/posix/PosixSettings.h"
 
-#include "favorites/InitialisationFile.h"
 #include "platform/posix/RegularFile.h"
 #include "platform/posix/SettingsText.h"
 #include "platform/posix/UserFolders.h"
+#include "text/IniFile.h"
 
 #include <string_view>
 
@@ -29,7 +29,7 @@ std::string PosixSettings::Read(const std::string& application, const std::strin
     std::string bytes;
     if (folder.empty() || ReadRegularFile(FileIn(folder), SizeLimit, bytes) != FileReading::Done)
         return fallback;
-    return SettingIn(InitialisationText(bytes), section, key).value_or(fallback);
+    return SettingIn(IniText(bytes), section, key).value_or(fallback);
 }
 
 bool PosixSettings::Write(const std::string& application, const std::string& section,
@@ -42,7 +42,7 @@ bool PosixSettings::Write(const std::string& application, const std::string& sec
     // What can't be read in full must not be replaced.
     if (ReadRegularFile(file, SizeLimit + 1, bytes) == FileReading::Failed || bytes.size() > SizeLimit)
         return false;
-    std::string text = InitialisationText(bytes);
+    std::string text = IniText(bytes);
     for (const Setting& setting : settings) {
         if (setting.Key.empty())
             return false;

@@ -1,8 +1,8 @@
 #include "platform/posix/PosixText.h"
 
-#include "window/Utf8.h"
+#include "text/Ascii.h"
+#include "text/Utf8.h"
 
-#include <algorithm>
 #include <cwctype>
 #include <locale.h>
 
@@ -39,12 +39,9 @@ std::string PosixText::Upper(std::string_view text) {
 }
 
 std::string FolderOrderKey(std::string_view text) {
+    if (IsAscii(text))
+        return AsciiUpper(text);
     std::string key;
-    if (IsAscii(text)) {
-        key.resize(text.size());
-        std::ranges::transform(text, key.begin(), AsciiUpper);
-        return key;
-    }
     key.reserve(text.size());
     for (std::size_t at = 0; at < text.size();) {
         const Utf8Character character = DecodeUtf8(text, at);

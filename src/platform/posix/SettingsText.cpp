@@ -1,20 +1,11 @@
 #include "platform/posix/SettingsText.h"
 
-#include "favorites/InitialisationFile.h"
+#include "text/Ascii.h"
+#include "text/IniFile.h"
 
 namespace tarnwick {
 
 namespace {
-
-bool IsControl(char c) { return static_cast<unsigned char>(c) < 0x20 || c == '\x7F'; }
-
-void AppendEscaped(std::string& text, char c) {
-    constexpr std::string_view Digits = "0123456789ABCDEF";
-    const auto byte = static_cast<unsigned char>(c);
-    text += "\\x";
-    text += Digits[byte >> 4U];
-    text += Digits[byte & 0x0FU];
-}
 
 // `text` without a character that means something to the reader: controls and "\" anywhere, those of `atEnds` as the
 // first or last one, those of `anywhere`.
@@ -22,9 +13,9 @@ std::string Escaped(std::string_view text, std::string_view atEnds, std::string_
     std::string escaped;
     for (std::size_t i = 0; i < text.size(); ++i) {
         const bool end = i == 0 || i + 1 == text.size();
-        if (IsControl(text[i]) || text[i] == '\\' || anywhere.find(text[i]) != std::string_view::npos ||
+        if (IsAsciiControl(text[i]) || text[i] == '\\' || anywhere.find(text[i]) != std::string_view::npos ||
             (end && atEnds.find(text[i]) != std::string_view::npos))
-            AppendEscaped(escaped, text[i]);
+            escaped += "\\x" + HexOf(text[i]);
         else
             escaped += text[i];
     }
@@ -64,12 +55,12 @@ std::string Unescaped(std::string_view text) {
 } // namespace
 
 std::optional<std::string> SettingIn(std::string_view text, std::string_view section, std::string_view key) {
-    const auto value = FindInitialisationPlace(text, EscapedName(section), EscapedName(key)).Value;
+    const auto value = FindIniPlace(text, EscapedName(section), EscapedName(key)).Value;
     return value ? std::optional(Unescaped(*value)) : std::nullopt;
 }
 
 void PutSetting(std::string& text, std::string_view section, std::string_view key, std::string_view value) {
-    const InitialisationPlace place = FindInitialisationPlace(text, EscapedName(section), EscapedName(key));
+    const IniPlace place = FindIniPlace(text, EscapedName(section), EscapedName(key));
     const std::size_t at = place.Value ? place.LineStart : place.SectionEnd.value_or(text.size());
     const std::size_t length = place.Value ? place.LineEnd - place.LineStart : 0;
     std::string line;

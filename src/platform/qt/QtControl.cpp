@@ -1,6 +1,5 @@
 #include "platform/qt/QtControl.h"
 
-#include "platform/Services.h"
 #include "platform/qt/QtButtons.h"
 #include "platform/qt/QtGrid.h"
 #include "platform/qt/QtLabel.h"
@@ -8,6 +7,7 @@
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtTextBox.h"
 #include "platform/qt/QtTree.h"
+#include "services/Services.h"
 
 #include <QGroupBox>
 #include <QPaintEvent>

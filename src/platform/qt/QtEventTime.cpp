@@ -1,6 +1,6 @@
 #include "platform/qt/QtEventTime.h"
 
-#include "platform/Services.h"
+#include "services/Services.h"
 
 #include <QInputEvent>
 

@@ -2,7 +2,7 @@
 
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtWindow.h"
-#include "window/Text.h"
+#include "text/Text.h"
 
 #include <QHeaderView>
 #include <QHelpEvent>

@@ -1,7 +1,7 @@
 #include "platform/qt/QtMessageBox.h"
 
 #include "platform/qt/QtText.h"
-#include "window/Text.h"
+#include "text/Text.h"
 
 #include <QLabel>
 #include <QPushButton>

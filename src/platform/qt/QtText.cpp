@@ -1,6 +1,6 @@
 #include "platform/qt/QtText.h"
 
-#include "window/Text.h"
+#include "text/Text.h"
 
 #include <QStringList>
 

@@ -1,7 +1,7 @@
 #include "platform/win32/Win32Files.h"
 
 #include "platform/win32/Win32Text.h"
-#include "window/Utf8.h"
+#include "text/Ascii.h"
 
 #include <windows.h>
 
@@ -67,10 +67,6 @@ std::wstring OrderKey(std::wstring name) {
     return name;
 }
 
-bool EndsWith(std::string_view name, std::string_view ending) {
-    return name.size() >= ending.size() && EqualRegardlessOfCase(name.substr(name.size() - ending.size()), ending);
-}
-
 } // namespace
 
 // Sorted here, as not every volume keeps its names in order, and wide: a name may have more bytes than the narrow call
@@ -88,7 +84,7 @@ bool Win32Files::List(const std::string& folder, std::string_view ending, std::v
     do {
         const std::wstring wide = data.cFileName;
         std::string name = NarrowOf(wide);
-        if (!IsDots(wide) && EndsWith(name, ending))
+        if (!IsDots(wide) && EndsWithRegardlessOfCase(name, ending))
             found.push_back(
                 {OrderKey(wide), {std::move(name), (data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0}});
     } while (FindNextFileW(find, &data));

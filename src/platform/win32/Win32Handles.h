@@ -2,7 +2,7 @@
 
 // The system's handle types without the system's headers, and how the seam numbers windows.
 
-#include "platform/Services.h"
+#include "services/Services.h"
 
 struct HWND__;
 struct HFONT__;

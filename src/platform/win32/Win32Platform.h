@@ -1,12 +1,12 @@
 #pragma once
 
-#include "platform/SteadyClock.h"
 #include "platform/win32/Win32Files.h"
 #include "platform/win32/Win32Settings.h"
 #include "platform/win32/Win32Shell.h"
 #include "platform/win32/Win32Sockets.h"
 #include "platform/win32/Win32Text.h"
 #include "platform/win32/Win32Windows.h"
+#include "services/SteadyClock.h"
 
 namespace tarnwick {
 

@@ -1,7 +1,7 @@
 #include "platform/win32/Win32Text.h"
 
-#include "window/Text.h"
-#include "window/Utf8.h"
+#include "text/Ascii.h"
+#include "text/Text.h"
 
 #include <windows.h>
 
@@ -48,14 +48,6 @@ std::string AsUtf8(std::string_view text) {
                                                                                      : Utf8Of(WideOf(text));
 }
 
-std::string UpperAscii(std::string_view text) {
-    std::string upper(text);
-    for (char& c : upper)
-        if (c >= 'a' && c <= 'z')
-            c = static_cast<char>(c - 'a' + 'A');
-    return upper;
-}
-
 } // namespace
 
 std::wstring WideOf(std::string_view text) {
@@ -85,7 +77,7 @@ std::wstring LiteralCaption(std::string_view text) {
 std::string Win32Text::Upper(std::string_view text) {
     std::wstring wide;
     if (IsAscii(text) || !Convert(text, CP_ACP, MB_ERR_INVALID_CHARS, wide))
-        return UpperAscii(text);
+        return AsciiUpper(text);
     CharUpperBuffW(wide.data(), static_cast<DWORD>(wide.size()));
     return NarrowOf(wide);
 }

@@ -1,6 +1,6 @@
-#include "window/Text.h"
+#include "text/Text.h"
 
-#include "window/Utf8.h"
+#include "text/Utf8.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "favorites/Number.h"
+#include "text/Number.h"
 
 #include <limits>
 

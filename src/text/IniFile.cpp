@@ -1,6 +1,7 @@
-#include "favorites/InitialisationFile.h"
+#include "text/IniFile.h"
 
-#include "window/Utf8.h"
+#include "text/Ascii.h"
+#include "text/Utf8.h"
 
 #include <algorithm>
 
@@ -63,14 +64,14 @@ std::string Utf8FromUtf16(std::string_view bytes) {
 
 } // namespace
 
-std::string InitialisationText(std::string_view bytes) {
+std::string IniText(std::string_view bytes) {
     if (bytes.starts_with(Utf16Mark))
         return Utf8FromUtf16(bytes.substr(Utf16Mark.size()));
     return std::string(bytes.substr(bytes.starts_with(Utf8Mark) ? Utf8Mark.size() : 0));
 }
 
-InitialisationPlace FindInitialisationPlace(std::string_view text, std::string_view section, std::string_view key) {
-    InitialisationPlace place;
+IniPlace FindIniPlace(std::string_view text, std::string_view section, std::string_view key) {
+    IniPlace place;
     for (std::size_t start = 0; start < text.size();) {
         const std::size_t end = LineEndFrom(text, start);
         const std::size_t next = std::min(end + (text.substr(end).starts_with("\r\n") ? 2 : 1), text.size());
@@ -96,14 +97,13 @@ InitialisationPlace FindInitialisationPlace(std::string_view text, std::string_v
     return place;
 }
 
-std::string FindInitialisationValue(std::string_view bytes, std::string_view section, std::string_view key,
-                                    std::size_t size) {
+std::string FindIniValue(std::string_view bytes, std::string_view section, std::string_view key, std::size_t size) {
     std::string converted;
     if (bytes.starts_with(Utf16Mark))
-        bytes = converted = InitialisationText(bytes);
+        bytes = converted = IniText(bytes);
     else if (bytes.starts_with(Utf8Mark))
         bytes.remove_prefix(Utf8Mark.size());
-    const InitialisationPlace place = FindInitialisationPlace(bytes, section, key);
+    const IniPlace place = FindIniPlace(bytes, section, key);
     return std::string(CutUtf8(place.Value.value_or(""), size - 1));
 }
 

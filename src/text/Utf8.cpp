@@ -1,6 +1,4 @@
-#include "window/Utf8.h"
-
-#include <algorithm>
+#include "text/Utf8.h"
 
 namespace tarnwick {
 
@@ -73,14 +71,6 @@ std::string_view CutUtf8(std::string_view text, std::size_t bytes) {
         --start;
     const bool whole = !DecodeUtf8(text, start).Valid || start + DecodeUtf8(text, start).Bytes <= bytes;
     return text.substr(0, whole ? bytes : start);
-}
-
-bool IsAscii(std::string_view text) {
-    return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
-bool EqualRegardlessOfCase(std::string_view a, std::string_view b) {
-    return std::ranges::equal(a, b, {}, AsciiUpper, AsciiUpper);
 }
 
 } // namespace tarnwick

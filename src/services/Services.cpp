@@ -1,4 +1,4 @@
-#include "platform/Services.h"
+#include "services/Services.h"
 
 #include <cassert>
 

@@ -1,6 +1,6 @@
-#include "favorites/Preferences.h"
+#include "shell/Preferences.h"
 
-#include "favorites/Number.h"
+#include "text/Number.h"
 
 #include <variant>
 

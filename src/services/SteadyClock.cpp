@@ -1,4 +1,4 @@
-#include "platform/SteadyClock.h"
+#include "services/SteadyClock.h"
 
 #include <chrono>
 
