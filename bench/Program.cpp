@@ -41,7 +41,7 @@ private:
     char name_[9] = "tarnwick";
     char* arguments_[2] = {name_, nullptr};
     QApplication application_{count_, arguments_};
-    Watched<QtWindows> windows_{Machine.Loop, Machine.Sockets};
+    Watched<QtWindows> windows_{Machine.Loop, Machine.Clock, Machine.Sockets};
     ServicesInUse inUse_{
         {Machine.Files, Machine.Settings, Machine.Sockets, windows_, Machine.Clock, Machine.Shell, Machine.Text}};
 };

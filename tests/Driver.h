@@ -56,10 +56,10 @@ public:
     void Click(Control& control) {
         for (Window* window : machine.Loop.Windows())
             if (std::ranges::count(window->Controls, &control) != 0) {
-                ASSERT_TRUE(window->TakesInput() && IsReachable(*window, control)) << control.Name;
+                ASSERT_TRUE(window->TakesInput() && IsReachable(*window, control)) << *control.Name;
                 return Input(*window).Click(control, control.Caption);
             }
-        FAIL() << control.Name << " is of no loaded window";
+        FAIL() << *control.Name << " is of no loaded window";
     }
 
     static void CloseBox(Window& window) { Input(window).Close(); }

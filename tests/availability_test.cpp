@@ -310,7 +310,7 @@ TEST_F(RunTest, ATimeoutThatNoTimerTakesIsTheOneBefore) {
          {std::pair{"30", 30000}, {"0", 12000}, {"2147484", 12000}, {"-2147484", 12000}, {"2147483", 2147483000}}) {
         machine.Settings.Values["Timeout"] = timeout;
         Form4.Unload();
-        EXPECT_EQ(Form4->Timer1.Interval(), interval) << timeout;
+        EXPECT_EQ((Form4->Timer1.Enable(), Form4->Timer1.DueAt() - services().Clock.Now()), interval) << timeout;
         EXPECT_EQ(Form4->Label11.Caption, Form4Window::HelpText);
     }
 }

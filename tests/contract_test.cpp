@@ -71,7 +71,8 @@ public:
             ActOn(*focused);
     }
     void Close() override { Do(&Input::Close); }
-    void ActOn(Control& control) override { Do(&Input::Click, control, machine_.Windows.Shown(control)); }
+    void ActOn(Control& control) override { Do(&Input::PressAndClick, control, machine_.Windows.Shown(control)); }
+    void Paste(const std::string& text) override { Do(&Input::Edit, w.Text1, w.Text1.Text + text); }
     void Settle() override {
         machine_.Clock.Advance(Pace::Longest);
         machine_.Windows.PumpEvents();
@@ -86,12 +87,26 @@ public:
         return &control == &w.Check1 ? w.Check1.Value != 0 : static_cast<const OptionButton&>(control).Value;
     }
     int SelectedRow() override { return w.Grid1.SelectedRow; }
+    std::size_t Picture(const Control* control) override {
+        return std::hash<std::string>()(
+            machine_.Windows.Look(control == nullptr ? static_cast<const void*>(&w) : control));
+    }
+    std::string Title() override { return w.Title; }
     bool HasFocus(const Control& control) override { return machine_.Windows.Focus(w) == &control; }
     bool Reads(const Control& control) override { return IsShown(w, control); }
 
 private:
+    // `arguments` are kept for a gesture that is handled later: controls as they are, texts as copies.
     template <class Gesture, class... Arguments> void Do(Gesture gesture, Arguments&&... arguments) {
-        machine_.Windows.Handle([&] { std::invoke(gesture, input_, arguments...); });
+        machine_.Windows.Handle([this, gesture, kept = std::tuple(Kept(arguments)...)] {
+            std::apply([&](const auto&... one) { std::invoke(gesture, input_, one...); }, kept);
+        });
+    }
+    template <class T> static auto Kept(T& argument) {
+        if constexpr (std::is_base_of_v<Control, T>)
+            return std::ref(argument);
+        else
+            return std::decay_t<T>(argument);
     }
 
     HeadlessPlatform machine_;

@@ -43,7 +43,7 @@ int main() {
     PosixShell shell;
     MessageLoop loop(clock);
     PosixSockets sockets(loop);
-    QtWindows windows(loop, sockets);
+    QtWindows windows(loop, clock, sockets);
     const ServicesInUse inUse({files, settings, sockets, windows, clock, shell, text});
 
     Form9.Show();

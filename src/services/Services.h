@@ -155,20 +155,25 @@ public:
 
     // A window has been made (nothing shows yet). Gives its handle, which stays valid until Discard().
     virtual WindowHandle Open(Window& window) = 0;
+    // The model says that the window shows, or that it no longer does. The real window follows at once or at the latest
+    // with the next pass of a pump; neither waits for the screen, and no handler runs inside.
     virtual void Show(Window& window) = 0;
-    // Shows the window over all others of the program and returns when it has been unloaded.
-    virtual void ShowModal(Window& window) = 0;
     virtual void Hide(Window& window) = 0;
+    // Shows the window over all others of the program and returns when it has been unloaded or the program has ended.
+    // Events are handled meanwhile.
+    virtual void ShowModal(Window& window) = 0;
     // The window has been unloaded: its real window is destroyed. The object stays valid until its handlers have
     // returned.
     virtual void Discard(Window& window) = 0;
 
-    // Both block, and events go on being handled meanwhile. Texts are plain: no markup, no access keys.
-    virtual MessageAnswer ShowMessage(const std::string& text, const std::string& title, MessageIcon icon,
-                                      MessageButtons buttons) = 0;
-    // Opens the menu over `window` where the user's click (or the selected row) is. Gives the chosen entry, nullptr
+    // The bare box and the bare menu, which leave the windows behind them as they are: everyone but ShowMessage() and
+    // PopUp() of window/Dialogs calls those. Both block, and events are handled meanwhile. Texts are plain: no markup,
+    // no access keys. Not to be called after the program's end; at the end they return.
+    virtual MessageAnswer RunMessageBox(const std::string& text, const std::string& title, MessageIcon icon,
+                                        MessageButtons buttons) = 0;
+    // Opens the menu over `window` where the user's click (or the selected row) is. Returns the chosen entry, nullptr
     // when the menu was left.
-    virtual const MenuEntry* PopUp(const Menu& menu, Window& window) = 0;
+    virtual const MenuEntry* RunMenu(const Menu& menu, Window& window) = 0;
 
     // Installs `procedure` on the window and gives what was there before.
     virtual PreviousProcedure InstallProcedure(WindowHandle window, WindowProcedure procedure) = 0;
@@ -178,16 +183,18 @@ public:
                                        std::int32_t first, std::int32_t second) = 0;
 
     // Handles all events that are pending (posted messages first in first out, then input, then due timers) and
-    // returns. False: the program has ended.
+    // returns; while only painting is done, nothing is handled. False: the program has ended.
     virtual bool PumpEvents() = 0;
     // Sleeps until something is pending, handles it and returns. False: the program has ended.
     virtual bool WaitForEvents() = 0;
     // Brings the windows in line at once and keeps them painted until `isDone`, which may take as many ms as it is
-    // given, says so, or until `ms` have passed. Nothing is handled meanwhile: no input, no posted message, no timer.
+    // given, says so, or until `ms` have passed. Nothing is handled meanwhile: no posted message, no timer, and no
+    // input, which is kept in its order, whatever its road, until the next pass.
     virtual void PaintUntil(const std::function<bool(std::int64_t ms)>& isDone, std::int64_t ms) = 0;
 
     // Ends the program: nothing shows any more, both pumps return at once, and the event loop of the program returns.
     virtual void End() = 0;
+    virtual bool HasEnded() const = 0;
 };
 
 class ClockService {

@@ -5,12 +5,6 @@
 namespace tarnwick {
 
 void Form1Window::Layout() {
-    Name = "Form1";
-    Title = "Tarnwick - Options";
-    Border = FrameStyle::FixedTool;
-    ClientWidth = 3750;
-    ClientHeight = 4650;
-    InTaskBar = false;
 
     const auto panel = [](Frame& field, std::string_view name, int top, int height, std::string_view caption) {
         return ControlRow{
@@ -45,6 +39,12 @@ void Form1Window::Layout() {
 
     ApplyLayout(
         *this,
+        {.Name = "Form1",
+         .Title = "Tarnwick - Options",
+         .Border = FrameStyle::FixedTool,
+         .ClientWidth = 3750,
+         .ClientHeight = 4650,
+         .InTaskBar = false},
         {
             panel(Frame1, "Frame1", 30, 1020, "Connection"),
             {.Field = Label1,

@@ -25,11 +25,9 @@ void FillSeparator(MenuEntry& entry, const char* name) {
 } // namespace
 
 void Form2Window::Layout() {
-    Name = "Form2";
-    Title = "SocketOwner";
     Icon = "tarnwick.png";
-    InTaskBar = false;
-    ApplyLayout(*this, {{.Field = Picture1, .Name = "Picture1", .Container = nullptr, .Place = {0, 0, 1650, 2865}}});
+    ApplyLayout(*this, {.Name = "Form2", .Title = "SocketOwner", .InTaskBar = false},
+                {{.Field = Picture1, .Name = "Picture1", .Container = nullptr, .Place = {0, 0, 1650, 2865}}});
     Picture1.Picture = "side.jpg";
 
     FillMenu(mnuBad, "mnuBad", "Bad Favorite",

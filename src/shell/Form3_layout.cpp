@@ -5,12 +5,6 @@
 namespace tarnwick {
 
 void Form3Window::Layout() {
-    Name = "Form3";
-    Title = "- Tarnwick v3 -";
-    Border = FrameStyle::FixedTool;
-    ClientWidth = 6630;
-    ClientHeight = 3150;
-    InTaskBar = true;
 
     const auto panel = [](Frame& field, std::string_view name, int top, std::string_view caption) {
         return ControlRow{
@@ -36,6 +30,12 @@ void Form3Window::Layout() {
                           .WordWrap = true};
     };
     ApplyLayout(*this,
+                {.Name = "Form3",
+                 .Title = "- Tarnwick v3 -",
+                 .Border = FrameStyle::FixedTool,
+                 .ClientWidth = 6630,
+                 .ClientHeight = 3150,
+                 .InTaskBar = true},
                 {
                     SidePicture(Picture1, 150),
                     Banner(Label2[1], "Label2_1", {1950, 150, 4530, 225}, "What type of scan you want to do today?"),

@@ -9,14 +9,6 @@ void Form9Window::Layout() {
     constexpr Color lightOrange = Color::Rgb(255, 192, 128);
     constexpr Color white = Color::Rgb(255, 255, 255);
 
-    Name = "Form9";
-    Title = "About Tarnwick";
-    Border = FrameStyle::None;
-    ClientWidth = 5295;
-    ClientHeight = 3195;
-    InTaskBar = false;
-    BackColor = Color::Rgb(0, 0, 0);
-
     const auto text = [](Label& field, std::string_view name, Rect place, std::string_view caption, double points,
                          bool bold, Color color) {
         return ControlRow{.Field = field,
@@ -33,6 +25,13 @@ void Form9Window::Layout() {
 
     ApplyLayout(
         *this,
+        {.Name = "Form9",
+         .Title = "About Tarnwick",
+         .Border = FrameStyle::None,
+         .ClientWidth = 5295,
+         .ClientHeight = 3195,
+         .InTaskBar = false,
+         .BackColor = Color::Rgb(0, 0, 0)},
         {
             {.Field = Shape1, .Name = "Shape1", .Container = nullptr, .Place = {0, 0, 5295, 3195}, .ForeColor = white},
             text(Label1, "Label1", {1950, 180, 3195, 315}, "Belvane Software", 12, true, orange),

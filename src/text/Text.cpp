@@ -43,6 +43,13 @@ std::string ShownLine(std::string_view text) {
     return line;
 }
 
+std::string_view FirstLine(std::string_view text) {
+    std::size_t end = text.find_first_of("\r\n");
+    for (const std::string_view separator : {"\xE2\x80\xA8", "\xE2\x80\xA9"})
+        end = std::min(end, text.find(separator));
+    return text.substr(0, end);
+}
+
 std::string Shortened(std::string_view text, std::size_t characters) {
     std::size_t at = 0;
     for (; characters > 0 && at < text.size(); --characters)

@@ -15,6 +15,9 @@ std::string ShownLines(std::string_view text);
 // The same on one line.
 std::string ShownLine(std::string_view text);
 
+// The text up to its first CR, LF or separator of lines (U+2028, U+2029).
+std::string_view FirstLine(std::string_view text);
+
 // The first `characters` characters and "..." when there are more. A byte that is no UTF-8 counts as one.
 std::string Shortened(std::string_view text, std::size_t characters);
 

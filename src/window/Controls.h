@@ -1,9 +1,10 @@
 #pragma once
 
-// The controls of the window model: plain data with the handlers that a front end raises. Nothing notifies anyone; a
-// front end compares the fields with what it last showed. Lengths are in twips (1440 to the inch) unless named
-// otherwise.
+// The controls of the window model: plain data with the handlers that a front end raises. Nothing notifies anyone. A
+// field is Fixed, and a front end reads it once; or it may be written at any time, and a front end follows it, by
+// comparing it with what it last showed. Lengths are in twips (1440 to the inch) unless named otherwise.
 
+#include "window/Fixed.h"
 #include "window/Grid.h"
 #include "window/Tree.h"
 
@@ -78,33 +79,35 @@ struct Control {
     Control& operator=(const Control&) = delete;
 
     const ControlKind Kind;
-    std::string Name;                   // the field's own name; an element of an array is "Label2_1"
-    const Control* Container = nullptr; // the Frame that it lies in, or nullptr for the window itself
-    Rect Place;                         // inside the container's client area, whose origin is the frame's outer corner
+    Fixed<std::string> Name;         // the field's own name; an element of an array is "Label2_1"
+    Fixed<const Control*> Container; // the Frame that it lies in, or nullptr for the window itself
+    Fixed<Rect> Place;               // inside the container's client area, whose origin is the frame's outer corner
+    Fixed<int> TabIndex = -1;        // place in the tab order, -1: not reached by Tab
+    Fixed<std::string> ToolTip;
+    Fixed<std::string> AccessibleName;        // for kinds that have no text of their own
+    Fixed<std::string> AccessibleDescription; // a value's legend
+
     bool Visible = true;
     bool Enabled = true;
-    int TabIndex = -1;   // place in the tab order, -1: not reached by Tab
     std::string Caption; // "&" marks the access key on buttons, check boxes and option buttons; else plain text
     tarnwick::Font Font;
     Color ForeColor;
     Color BackColor;
-    std::string ToolTip;
-    std::string AccessibleName;        // for kinds that have no text of their own
-    std::string AccessibleDescription; // a value's legend
+
     std::function<void()> Click;
     std::function<void()> MouseMove;
 };
 
 struct Label : Control {
     Label() : Control(ControlKind::Label) {}
-    tarnwick::Alignment Alignment = tarnwick::Alignment::Left;
-    bool WordWrap = false;
-    bool Announced = false; // a screen reader speaks its new texts, wherever the focus is
+    Fixed<tarnwick::Alignment> Alignment;
+    Fixed<bool> WordWrap;
+    Fixed<bool> Announced; // a screen reader speaks its new texts, wherever the focus is
 };
 
 struct CommandButton : Control {
     CommandButton() : Control(ControlKind::CommandButton) {}
-    bool Default = false; // Enter presses it while no other button has the focus
+    Fixed<bool> Default; // Enter presses it while no other button has the focus
 };
 
 struct CheckBox : Control {
@@ -121,8 +124,8 @@ struct OptionButton : Control {
 struct TextBox : Control {
     TextBox() : Control(ControlKind::TextBox) {}
     std::string Text;
-    tarnwick::Alignment Alignment = tarnwick::Alignment::Left;
-    int MaxLength = 0; // characters, 0: no limit
+    Fixed<tarnwick::Alignment> Alignment;
+    Fixed<int> MaxLength; // characters, 0: no limit
 
     // Selects the whole text; the front end does it when it sees the revision change.
     void SelectAll() { ++SelectRevision; }

@@ -4,9 +4,15 @@
 
 namespace tarnwick {
 
+// The program may end before the box opens, or under it: an answer that comes with the end doesn't count.
 MessageAnswer ShowMessage(const std::string& text, const std::string& title, MessageIcon icon, MessageButtons buttons) {
+    WindowService& windows = services().Windows;
+    const MessageAnswer none = buttons == MessageButtons::Ok ? MessageAnswer::Ok : MessageAnswer::No;
+    if (windows.HasEnded())
+        return none;
     const ModalScope front(nullptr);
-    return services().Windows.ShowMessage(text, title, icon, buttons);
+    const MessageAnswer answer = windows.RunMessageBox(text, title, icon, buttons);
+    return windows.HasEnded() ? none : answer;
 }
 
 void Refuse(const std::string& text, const std::string& title) {
@@ -14,9 +20,12 @@ void Refuse(const std::string& text, const std::string& title) {
 }
 
 void PopUp(Menu& menu, Window& window) {
+    WindowService& windows = services().Windows;
+    if (windows.HasEnded())
+        return;
     const std::shared_ptr<Window> keep = window.shared_from_this();
-    const MenuEntry* chosen = services().Windows.PopUp(menu, window);
-    if (chosen != nullptr && chosen->Enabled && window.TakesInput())
+    const MenuEntry* chosen = windows.RunMenu(menu, window);
+    if (chosen != nullptr && chosen->Enabled && window.TakesInput() && !windows.HasEnded())
         window.Raise(chosen->Click);
 }
 

@@ -8,6 +8,24 @@
 
 namespace tarnwick {
 
+namespace {
+
+// `after` without what follows a line end in the part that `before` doesn't have.
+std::string WithoutNewLines(std::string_view before, std::string_view after) {
+    const auto start = std::ranges::mismatch(before, after).in2 - after.begin();
+    const std::string_view unchanged = before.substr(static_cast<std::size_t>(start));
+    std::string_view added = after.substr(static_cast<std::size_t>(start));
+    std::size_t kept = 0; // bytes at the end
+    while (kept < std::min(unchanged.size(), added.size()) &&
+           unchanged[unchanged.size() - kept - 1] == added[added.size() - kept - 1])
+        ++kept;
+    const std::string_view end = added.substr(added.size() - kept);
+    added.remove_suffix(kept);
+    return std::string(after.substr(0, static_cast<std::size_t>(start))).append(FirstLine(added)).append(end);
+}
+
+} // namespace
+
 bool Input::Takes(const Control& control) const { return window_.TakesInput() && IsReachable(window_, control); }
 
 void Input::Press(const Control& control, std::string_view shown) {
@@ -34,6 +52,11 @@ void Input::Click(Control& control, std::string_view shown) {
     window_.Raise(control.Click);
 }
 
+void Input::PressAndClick(Control& control, std::string_view shown) {
+    pressed_ = nullptr;
+    Click(control, shown);
+}
+
 void Input::Choose(OptionButton& chosen) {
     for (Control* control : window_.Controls)
         if (control->Kind == ControlKind::OptionButton)
@@ -48,15 +71,14 @@ void Input::Tick(TreeControl& tree, int index) {
     window_.Raise(tree.Check, index, value);
 }
 
-bool Input::Edit(TextBox& field, std::string_view text) {
+void Input::Edit(TextBox& field, std::string_view text) {
     if (!Takes(field))
-        return false;
-    const std::size_t length = CharacterCount(text);
-    const bool fits = field.MaxLength == 0 || length <= static_cast<std::size_t>(field.MaxLength);
-    if (!fits && length >= CharacterCount(field.Text))
-        return false;
-    field.Text = text;
-    return true;
+        return;
+    const std::string edited = WithoutNewLines(field.Text, text);
+    const std::size_t length = CharacterCount(edited);
+    const bool fits = field.MaxLength == 0 || length <= static_cast<std::size_t>(*field.MaxLength);
+    if (fits || length < CharacterCount(field.Text))
+        field.Text = edited;
 }
 
 void Input::Select(GridControl& grid, int row) {

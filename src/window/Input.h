@@ -19,15 +19,19 @@ public:
     void Press(const Control& control, std::string_view shown);
     // The press ends over this control, or over none: a click where it began there.
     void Release(Control* control);
-    // A click: the end of a press, or one without a press of its own (a key, a screen reader's action), for which
-    // `shown` is what the control shows. A button or a label raises its Click; a check box changes its state first, an
+    // The desktop has made a click of the press on this control. Where it has told of no press, the click counts for
+    // `shown`, what the control showed. A button or a label raises its Click; a check box changes its state first, an
     // option button takes the mark from the others.
     void Click(Control& control, std::string_view shown);
+    // A key or a screen reader's action presses a control: press and click at once. A desktop may see both parts, one
+    // of them or neither (a reader's action, an access key of another control), so it is one thing here, and a press of
+    // the mouse that is under way elsewhere ends without a click.
+    void PressAndClick(Control& control, std::string_view shown);
 
     void Tick(TreeControl& tree, int index);
-    // The user's new text of a field. Nothing that makes it longer than its MaxLength is taken; false then, and the
-    // field keeps its text.
-    bool Edit(TextBox& field, std::string_view text);
+    // The user's new text of a field. What was typed or pasted ends before its first line end, and nothing that makes
+    // the text longer than MaxLength is taken: the field then keeps its text. The real field shows the field's text.
+    void Edit(TextBox& field, std::string_view text);
     // A row that isn't there changes nothing.
     void Select(GridControl& grid, int row);
     // Selects the next row whose first column begins with `text`, regardless of case, and gives it; 0 when none does,

@@ -1,38 +1,65 @@
 #include "window/Layout.h"
 
+#include <string>
+
 namespace tarnwick {
 
-void ApplyLayout(Window& window, std::initializer_list<ControlRow> rows) {
-    for (const ControlRow& row : rows) {
+class LayoutTable {
+public:
+    static void Fill(Window& window, const WindowRow& row) {
+        Set(window.Name, std::string(row.Name));
+        window.Title = row.Title;
+        Set(window.Border, row.Border);
+        Set(window.ClientWidth, row.ClientWidth);
+        Set(window.ClientHeight, row.ClientHeight);
+        Set(window.InTaskBar, row.InTaskBar);
+        window.BackColor = row.BackColor;
+    }
+
+    static void Fill(const ControlRow& row) {
         Control& control = row.Field;
-        control.Name = row.Name;
-        control.Container = row.Container;
-        control.Place = row.Place;
+        Set(control.Name, std::string(row.Name));
+        Set(control.Container, row.Container);
+        Set(control.Place, row.Place);
+        Set(control.TabIndex, row.TabIndex);
+        Set(control.ToolTip, std::string(row.ToolTip));
+        Set(control.AccessibleName, std::string(row.AccessibleName));
+        Set(control.AccessibleDescription, std::string(row.AccessibleDescription));
         control.Caption = row.Caption;
-        control.TabIndex = row.TabIndex;
         control.Visible = row.Visible;
         control.Enabled = row.Enabled;
         control.Font = {row.Points, row.Bold, false};
         control.ForeColor = row.ForeColor;
         control.BackColor = row.BackColor;
-        control.AccessibleName = row.AccessibleName;
-        control.AccessibleDescription = row.AccessibleDescription;
-        control.ToolTip = row.ToolTip;
+        FillKind(row);
+    }
 
+private:
+    template <class T> static void Set(Fixed<T>& field, const T& value) { field.value_ = value; }
+
+    static void FillKind(const ControlRow& row) {
         const Alignment alignment = row.Centered ? Alignment::Center : Alignment::Left;
-        if (control.Kind == ControlKind::Label) {
-            auto& label = static_cast<Label&>(control);
-            label.Alignment = alignment;
-            label.WordWrap = row.WordWrap;
-        } else if (control.Kind == ControlKind::CommandButton) {
-            static_cast<CommandButton&>(control).Default = row.Default;
-        } else if (control.Kind == ControlKind::TextBox) {
-            auto& field = static_cast<TextBox&>(control);
+        if (row.Field.Kind == ControlKind::Label) {
+            auto& label = static_cast<Label&>(row.Field);
+            Set(label.Alignment, alignment);
+            Set(label.WordWrap, row.WordWrap);
+            Set(label.Announced, row.Announced);
+        } else if (row.Field.Kind == ControlKind::CommandButton) {
+            Set(static_cast<CommandButton&>(row.Field).Default, row.Default);
+        } else if (row.Field.Kind == ControlKind::TextBox) {
+            auto& field = static_cast<TextBox&>(row.Field);
             field.Text = row.Caption;
-            field.Alignment = alignment;
-            field.MaxLength = row.MaxLength;
+            Set(field.Alignment, alignment);
+            Set(field.MaxLength, row.MaxLength);
         }
-        window.Controls.push_back(&control);
+    }
+};
+
+void ApplyLayout(Window& window, const WindowRow& frame, std::initializer_list<ControlRow> rows) {
+    LayoutTable::Fill(window, frame);
+    for (const ControlRow& row : rows) {
+        LayoutTable::Fill(row);
+        window.Controls.push_back(&row.Field);
     }
 }
 

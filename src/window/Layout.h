@@ -1,7 +1,7 @@
 #pragma once
 
 // A window's layout is one table, beside the window: what is where, with which text and in which state. ApplyLayout
-// fills the control fields from it; front ends read the fields.
+// fills the fields of the window and its controls from it, the fixed ones for good.
 
 #include "window/Window.h"
 
@@ -10,6 +10,16 @@
 #include <string_view>
 
 namespace tarnwick {
+
+struct WindowRow {
+    std::string_view Name;
+    std::string_view Title = {};
+    FrameStyle Border = FrameStyle::FixedSingle;
+    int ClientWidth = 0;  // twips
+    int ClientHeight = 0; // twips
+    bool InTaskBar = true;
+    Color BackColor = Color::Of(ColorRole::ButtonFace);
+};
 
 struct ControlRow {
     Control& Field;
@@ -25,6 +35,7 @@ struct ControlRow {
     bool Centered = false;
     bool WordWrap = false;
     bool Default = false;
+    bool Announced = false;
     Color ForeColor = {};
     Color BackColor = {};
     std::string_view AccessibleName = {};
@@ -33,7 +44,7 @@ struct ControlRow {
     int MaxLength = 0;
 };
 
-// Rows run from back to front.
-void ApplyLayout(Window& window, std::initializer_list<ControlRow> rows);
+// Rows run from back to front. To be called once for a window, before it is loaded.
+void ApplyLayout(Window& window, const WindowRow& frame, std::initializer_list<ControlRow> rows);
 
 } // namespace tarnwick

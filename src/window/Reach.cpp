@@ -14,7 +14,7 @@ bool Contains(const Rect& outer, const Rect& inner) {
 }
 
 template <bool Control::*Field> bool HoldsUpwards(const Control& control) {
-    return control.*Field && (control.Container == nullptr || HoldsUpwards<Field>(*control.Container));
+    return control.*Field && (control.Container == nullptr || HoldsUpwards<Field>(**control.Container));
 }
 
 bool IsVisible(const Control& control) { return HoldsUpwards<&Control::Visible>(control); }
@@ -32,7 +32,7 @@ bool IsCovered(const Window& window, const Control& control) {
 std::vector<Control*> InTabOrder(const Window& window) {
     std::vector<Control*> stops;
     std::ranges::copy_if(window.Controls, std::back_inserter(stops), [](const Control* c) { return c->TabIndex >= 0; });
-    std::ranges::stable_sort(stops, {}, &Control::TabIndex);
+    std::ranges::stable_sort(stops, {}, [](const Control* control) -> int { return control->TabIndex; });
     return stops;
 }
 
@@ -51,8 +51,8 @@ bool HasAccessKey(const Control& control) {
 Rect PlaceInWindow(const Control& control) {
     Rect place = control.Place;
     for (const Control* above = control.Container; above != nullptr; above = above->Container) {
-        place.Left += above->Place.Left;
-        place.Top += above->Place.Top;
+        place.Left += above->Place->Left;
+        place.Top += above->Place->Top;
     }
     return place;
 }
@@ -76,6 +76,16 @@ Control* ControlAt(const Window& window, int x, int y) {
 
 bool CanHaveFocus(const Window& window, const Control& control) {
     return control.TabIndex >= 0 && IsReachable(window, control);
+}
+
+std::vector<const Control*> ReadingOrder(const Window& window) {
+    const std::vector<Control*> stops = InTabOrder(window);
+    auto next = stops.begin();
+    std::vector<const Control*> order;
+    for (const Control* control : window.Controls)
+        if (control->Kind != ControlKind::Line && control->Kind != ControlKind::Shape)
+            order.push_back(control->TabIndex >= 0 ? *next++ : control);
+    return order;
 }
 
 Control* NextStop(const Window& window, const Control* from, bool backwards) {
@@ -106,7 +116,7 @@ CommandButton* DefaultButton(const Window& window, const Control* focused) {
         if (control->Kind != ControlKind::CommandButton)
             return false;
         const bool onButton = focused != nullptr && focused->Kind == ControlKind::CommandButton;
-        return onButton ? control == focused : static_cast<const CommandButton*>(control)->Default;
+        return onButton ? control == focused : *static_cast<const CommandButton*>(control)->Default;
     });
     return pressed != window.Controls.end() && IsReachable(window, **pressed) ? static_cast<CommandButton*>(*pressed)
                                                                               : nullptr;

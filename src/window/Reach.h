@@ -25,6 +25,10 @@ Control* ControlAt(const Window& window, int x, int y);
 // Reachable by Tab: it has a place in the tab order.
 bool CanHaveFocus(const Window& window, const Control& control);
 
+// The controls in the order in which a screen reader goes through them: that of the table, in which those with a place
+// in the tab order come by that. Lines and outlines are nothing to read.
+std::vector<const Control*> ReadingOrder(const Window& window);
+
 // The next control in the tab order after `from`, round the end; the first one with nullptr or a control that isn't in
 // the order. Of the option buttons only the chosen one is a stop. nullptr when there is no stop.
 Control* NextStop(const Window& window, const Control* from, bool backwards);

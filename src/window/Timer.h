@@ -11,8 +11,7 @@ class Timer {
 public:
     std::function<void()> Tick;
 
-    std::int32_t Interval() const { return interval_; } // ms
-    // False, and the old interval stays, for an interval of 0 or below.
+    // In ms. False, and the old interval stays, for an interval of 0 or below.
     bool SetInterval(std::int32_t ms);
 
     bool Enabled() const { return enabled_; }

@@ -31,13 +31,14 @@ public:
     Window(const Window&) = delete;
     Window& operator=(const Window&) = delete;
 
-    std::string Name;
+    Fixed<std::string> Name;
+    Fixed<FrameStyle> Border = FrameStyle::FixedSingle;
+    Fixed<int> ClientWidth;  // twips
+    Fixed<int> ClientHeight; // twips
+    Fixed<bool> InTaskBar = true;
+
     std::string Title;
-    FrameStyle Border = FrameStyle::FixedSingle;
-    int ClientWidth = 0;  // twips
-    int ClientHeight = 0; // twips
-    bool InTaskBar = true;
-    bool TopMost = false;
+    bool TopMost = false; // to be written before the window shows
     int Edge = 0;     // edge type of DrawEdge around the client area, 0: none
     std::string Icon; // name of an icon that the front end carries, empty: the desktop's default
     Color BackColor = Color::Of(ColorRole::ButtonFace);

@@ -7,30 +7,72 @@
 
 namespace tarnwick {
 
+namespace {
+
+std::string LookOf(const Color& color) {
+    return std::to_string(static_cast<int>(color.Role)) + "," + std::to_string(color.Red) + "," +
+           std::to_string(color.Green) + "," + std::to_string(color.Blue) + ";";
+}
+
+std::string LookOf(const Window& window) {
+    return LookOf(window.BackColor) + std::to_string(window.Edge) + (window.TopMost ? " in front" : "");
+}
+
+std::string LookOfKind(const Control& control) {
+    switch (control.Kind) {
+    case ControlKind::CheckBox:
+        return std::to_string(static_cast<const CheckBox&>(control).Value);
+    case ControlKind::OptionButton:
+        return static_cast<const OptionButton&>(control).Value ? "chosen" : "";
+    case ControlKind::TextBox: {
+        const auto& field = static_cast<const TextBox&>(control);
+        return field.Text + std::to_string(field.SelectRevision);
+    }
+    case ControlKind::PictureBox:
+        return static_cast<const PictureBox&>(control).Picture;
+    case ControlKind::Grid: {
+        const auto& grid = static_cast<const GridControl&>(control);
+        return std::to_string(grid.Revision()) + "," + std::to_string(grid.SelectedRow);
+    }
+    case ControlKind::Tree: {
+        const auto& tree = static_cast<const TreeControl&>(control);
+        return std::to_string(tree.Revision()) + "," + std::to_string(tree.CheckRevision());
+    }
+    default:
+        return {};
+    }
+}
+
+std::string LookOf(const Window& window, const Control& control) {
+    if (!IsShown(window, control))
+        return {};
+    return control.Caption + (control.Font.Underline ? "_" : " ") + LookOf(control.ForeColor) +
+           LookOf(control.BackColor) + (control.Enabled ? "" : "grey") + LookOfKind(control);
+}
+
+} // namespace
+
 void HeadlessWindows::InPass(int passes, std::function<void()> act) { acts_.emplace(pass_ + passes, std::move(act)); }
 
 void HeadlessWindows::Discard(Window& window) {
     loop_.Remove(window);
+    screen_.erase(&window);
     for (const Control* control : window.Controls)
         screen_.erase(control);
     focus_.erase(&window);
     focusRevisions_.erase(&window);
 }
 
-void HeadlessWindows::Handle(const std::function<void()>& gesture) {
-    if (ended_)
-        return;
-    pace_.Begin();
-    gesture();
-}
+void HeadlessWindows::Handle(std::function<void()> gesture) { state_.Handle(std::move(gesture)); }
 
 void HeadlessWindows::Sync() {
-    const std::int64_t now = clock_.Now();
-    for (const Window* window : loop_.Windows())
-        if (window->IsVisible())
-            for (const Control* control : window->Controls)
-                screen_[control] = control->Caption;
-    pace_.Done(now, now);
+    for (const Window* window : loop_.Windows()) {
+        if (!window->IsVisible())
+            continue;
+        screen_[window] = {window->Title, LookOf(*window)};
+        for (const Control* control : window->Controls)
+            screen_[control] = {control->Caption, LookOf(*window, *control)};
+    }
 }
 
 Control* HeadlessWindows::Focus(const Window& window) {
@@ -41,15 +83,13 @@ Control* HeadlessWindows::Focus(const Window& window) {
 }
 
 void HeadlessWindows::ShowModal(Window& window) {
-    while (window.IsLoaded() && !ended_)
-        WaitForEvents();
+    while (window.IsLoaded() && WaitForEvents()) {
+    }
 }
 
-MessageAnswer HeadlessWindows::ShowMessage(const std::string& text, const std::string& title, MessageIcon icon,
-                                           MessageButtons buttons) {
-    if (ended_)
-        return buttons == MessageButtons::Ok ? MessageAnswer::Ok : MessageAnswer::No;
-    Sync();
+MessageAnswer HeadlessWindows::RunMessageBox(const std::string& text, const std::string& title, MessageIcon icon,
+                                             MessageButtons buttons) {
+    state_.SyncNow();
     Messages.push_back({text, title, icon, buttons});
     if (buttons == MessageButtons::Ok)
         return MessageAnswer::Ok;
@@ -59,8 +99,8 @@ MessageAnswer HeadlessWindows::ShowMessage(const std::string& text, const std::s
     return Fails("ShowMessage") ? MessageAnswer::No : answer;
 }
 
-const MenuEntry* HeadlessWindows::PopUp(const Menu& menu, Window& /*window*/) {
-    Sync();
+const MenuEntry* HeadlessWindows::RunMenu(const Menu& menu, Window& /*window*/) {
+    state_.SyncNow();
     auto& shown = Menus.emplace_back();
     for (const MenuEntry* entry : menu.Entries)
         if (!entry->Separator)
@@ -87,39 +127,40 @@ std::int32_t HeadlessWindows::CallProcedure(PreviousProcedure previous, WindowHa
 }
 
 bool HeadlessWindows::PumpEvents() {
-    if (ended_)
-        return false;
+    if (HasEnded() || state_.OnlyPaints())
+        return !HasEnded();
     ++pass_;
-    if (pace_.Wait(clock_.Now()) == 0)
-        Sync();
+    state_.Follow();
+    state_.HandleKept();
     for (auto act = acts_.begin(); act != acts_.end() && act->first <= pass_; act = acts_.begin()) {
         const std::function<void()> run = std::move(act->second);
         acts_.erase(act);
         Handle(run);
     }
-    events_.Collect();
-    loop_.DispatchMessages();
-    if (!ended_)
-        loop_.FireTimers();
-    return !ended_;
+    state_.Handle([this] {
+        events_.Collect();
+        loop_.DispatchMessages();
+        if (!HasEnded())
+            loop_.FireTimers();
+    });
+    return !HasEnded();
 }
 
 bool HeadlessWindows::WaitForEvents() {
-    if (ended_)
+    if (HasEnded())
         return false;
-    Sync();
+    state_.SyncNow();
     if (!IsPending())
         events_.Wait(loop_.UntilNextTick());
     return PumpEvents();
 }
 
 void HeadlessWindows::PaintUntil(const std::function<bool(std::int64_t)>& isDone, std::int64_t ms) {
-    Sync();
-    isDone(ms);
+    state_.OnlyPaint([&] { isDone(ms); });
 }
 
 bool HeadlessWindows::IsPending() const {
-    return loop_.HasMessages() || (!acts_.empty() && acts_.begin()->first <= pass_ + 1);
+    return loop_.HasMessages() || state_.HasKept() || (!acts_.empty() && acts_.begin()->first <= pass_ + 1);
 }
 
 } // namespace tarnwick

@@ -6,7 +6,7 @@
 #include "platform/headless/Fault.h"
 #include "services/Services.h"
 #include "window/MessageLoop.h"
-#include "window/Pace.h"
+#include "window/PumpState.h"
 #include "window/Window.h"
 
 #include <deque>
@@ -21,7 +21,7 @@ class HeadlessWindows : public WindowService, public CanFail {
 public:
     // Sleeping is up to `events`.
     HeadlessWindows(MessageLoop& loop, EventSource& events, ClockService& clock)
-        : loop_(loop), events_(events), clock_(clock) {}
+        : loop_(loop), events_(events), state_(clock, [this] { Sync(); }) {}
 
     // Runs `act` in the pump pass that comes after `passes` - 1 others. Acts of one pass run in the order of this call,
     // in front of the posted messages and the timers.
@@ -44,24 +44,24 @@ public:
     std::vector<std::vector<ShownEntry>> Menus; // each menu as it popped up, without its separators
     std::deque<std::string> Choices;            // names of entries to click, one a menu; none left: the menu is left
 
-    bool HasEnded() const { return ended_; }
-
     // Runs what a gesture of the user leads to.
-    void Handle(const std::function<void()>& gesture);
+    void Handle(std::function<void()> gesture);
     // The caption that a screen would show of a control now.
-    const std::string& Shown(const Control& control) { return screen_[&control]; }
+    const std::string& Shown(const Control& control) { return screen_[&control].Caption; }
+    // All that it would show of a control, of a window or of its frame, in a text.
+    const std::string& Look(const void* of) { return screen_[of].Look; }
     // The control of a window that has the focus; nullptr for none.
     Control* Focus(const Window& window);
     void SetFocus(const Window& window, Control* control) { focus_[&window] = control; }
 
     WindowHandle Open(Window& window) override { return loop_.Add(window); }
-    void Show(Window& /*window*/) override { Sync(); }
+    void Show(Window& /*window*/) override { state_.SyncNow(); }
     void ShowModal(Window& window) override;
     void Hide(Window&) override {}
     void Discard(Window& window) override;
-    MessageAnswer ShowMessage(const std::string& text, const std::string& title, MessageIcon icon,
-                              MessageButtons buttons) override;
-    const MenuEntry* PopUp(const Menu& menu, Window& window) override;
+    MessageAnswer RunMessageBox(const std::string& text, const std::string& title, MessageIcon icon,
+                                MessageButtons buttons) override;
+    const MenuEntry* RunMenu(const Menu& menu, Window& window) override;
     PreviousProcedure InstallProcedure(WindowHandle window, WindowProcedure procedure) override;
     void RestoreProcedure(WindowHandle window, PreviousProcedure previous) override;
     std::int32_t CallProcedure(PreviousProcedure previous, WindowHandle window, std::uint32_t message,
@@ -69,7 +69,8 @@ public:
     bool PumpEvents() override;
     bool WaitForEvents() override;
     void PaintUntil(const std::function<bool(std::int64_t)>& isDone, std::int64_t ms) override;
-    void End() override { ended_ = true; }
+    void End() override { state_.End(); }
+    bool HasEnded() const override { return state_.Ended(); }
 
 private:
     bool IsPending() const;
@@ -77,14 +78,16 @@ private:
 
     MessageLoop& loop_;
     EventSource& events_;
-    ClockService& clock_;
-    Pace pace_;
-    std::map<const Control*, std::string> screen_;
+    PumpState state_;
+    struct Picture {
+        std::string Caption;
+        std::string Look;
+    };
+    std::map<const void*, Picture> screen_; // of controls and windows
     std::map<const Window*, Control*> focus_;
     std::map<const Window*, unsigned> focusRevisions_; // the last request that was met
     std::int64_t pass_ = 0;
     std::multimap<std::int64_t, std::function<void()>> acts_; // by pass
-    bool ended_ = false;
 };
 
 } // namespace tarnwick

@@ -41,12 +41,13 @@ protected:
                             : control.Kind == ControlKind::OptionButton
                                 ? static_cast<const OptionButton&>(control).Value
                                 : false;
-        if (button_.isChecked() != marked)
+        if (marked_.Differs(marked))
             button_.setChecked(marked);
     }
 
 private:
     QAbstractButton& button_;
+    Shown<bool> marked_;
 };
 
 QAbstractButton* MakeButton(const Control& control, QWidget& parent) {

@@ -16,45 +16,28 @@
 namespace tarnwick {
 
 QtControl::QtControl(Control& control, QWidget& widget) : control_(control), widget_(widget), parts_{&widget} {
-    widget_.setObjectName(SingleLineOf(control.Name));
-    widget_.setAccessibleName(SingleLineOf(control.AccessibleName));
-    widget_.setAccessibleDescription(SingleLineOf(control.AccessibleDescription));
+    widget_.setObjectName(SingleLineOf(*control.Name));
+    widget_.setAccessibleName(SingleLineOf(*control.AccessibleName));
+    widget_.setAccessibleDescription(
+        SingleLineOf(control.AccessibleDescription->empty() ? *control.ToolTip : *control.AccessibleDescription));
+    if (!control.ToolTip->empty())
+        widget_.setToolTip(LiteralToolTip(*control.ToolTip));
     widget_.setGeometry(PixelsOf(control.Place));
     widget_.setAttribute(Qt::WA_NoMousePropagation); // a click on a control is none on what it covers
 }
 
 void QtControl::Sync(bool shown) {
-    SyncLooks();
-    if (!captionShown_ || caption_.Now() != control_.Caption) {
-        captionShown_ = true;
-        caption_.Show(control_.Caption, services().Clock.Now());
+    if (font_.Differs(control_.Font))
+        widget_.setFont(FontOf(control_.Font));
+    if (colors_.Differs({control_.ForeColor, control_.BackColor}))
+        ShowColors();
+    if (caption_.Differs(control_.Caption, services().Clock.Now()))
         ShowCaption();
-    }
     SyncKind();
-    if (widget_.isEnabledTo(widget_.parentWidget()) != control_.Enabled)
+    if (enabled_.Differs(control_.Enabled))
         widget_.setEnabled(control_.Enabled);
     if (widget_.isHidden() == shown)
         widget_.setVisible(shown);
-}
-
-void QtControl::SyncLooks() {
-    const bool first = !looks_;
-    Looks& shown = first ? looks_.emplace() : *looks_;
-    if (first || shown.Font != control_.Font) {
-        shown.Font = control_.Font;
-        widget_.setFont(FontOf(shown.Font));
-    }
-    if (first || shown.ForeColor != control_.ForeColor || shown.BackColor != control_.BackColor) {
-        shown.ForeColor = control_.ForeColor;
-        shown.BackColor = control_.BackColor;
-        ShowColors();
-    }
-    if (shown.ToolTip != control_.ToolTip) {
-        shown.ToolTip = control_.ToolTip;
-        widget_.setToolTip(shown.ToolTip.empty() ? QString() : LiteralToolTip(shown.ToolTip));
-        if (control_.AccessibleDescription.empty()) // without the markup
-            widget_.setAccessibleDescription(SingleLineOf(shown.ToolTip));
-    }
 }
 
 void QtControl::ShowColors() const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "window/Controls.h"
+#include "window/Shown.h"
 #include "window/ShownCaption.h"
 
 #include <QString>
@@ -8,7 +9,7 @@
 
 #include <cstdint>
 #include <memory>
-#include <optional>
+#include <utility>
 #include <vector>
 
 namespace tarnwick {
@@ -51,21 +52,13 @@ protected:
     virtual ColorRole DefaultBackColor() const { return ColorRole::ButtonFace; }
 
 private:
-    struct Looks {
-        tarnwick::Font Font;
-        Color ForeColor;
-        Color BackColor;
-        std::string ToolTip;
-    };
-
-    void SyncLooks();
-
     Control& control_;
     QWidget& widget_;
     std::vector<QWidget*> parts_;
-    std::optional<Looks> looks_; // as shown; nothing before the first time
+    Shown<tarnwick::Font> font_;
+    Shown<std::pair<Color, Color>> colors_; // of the text and of the ground
+    Shown<bool> enabled_;
     ShownCaption caption_;
-    bool captionShown_ = false;
 };
 
 // Builds the widget of any control as the top one of `parent`; what the user does to it comes to `window`.

@@ -110,7 +110,7 @@ public:
     }
 
     void keyboardSearch(const QString& text) override {
-        window_.Pass([&](Input& input) { input.SelectByText(grid_, FromQt(text)); });
+        window_.Pass([&grid = grid_, text = FromQt(text)](Input& input) { input.SelectByText(grid, text); });
     }
 
 protected:
@@ -150,8 +150,9 @@ protected:
 
 private:
     void PassButton(QPoint onScreen, int button, Qt::KeyboardModifiers keys, QPoint place) {
-        window_.PassAt(onScreen,
-                       [&](Input& input) { input.PressGrid(grid_, button, ShiftState(keys), place.x(), place.y()); });
+        window_.PassAt(onScreen, [&grid = grid_, button, shift = ShiftState(keys), place](Input& input) {
+            input.PressGrid(grid, button, shift, place.x(), place.y());
+        });
     }
 
     // A text that its cell cuts off.
@@ -177,18 +178,15 @@ QtGrid::QtGrid(GridControl& grid, QWidget& parent, QtWindow& window)
     QObject::connect(view_.selectionModel(), &QItemSelectionModel::selectionChanged, &window,
                      [this] { TakeSelection(); });
     QObject::connect(view_.horizontalHeader(), &QHeaderView::sectionClicked, &window, [this](int section) {
-        window_.Pass([&](Input& input) { input.ClickHeader(grid_, rows_.NumberOf(section)); });
+        window_.Pass(
+            [&grid = grid_, column = rows_.NumberOf(section)](Input& input) { input.ClickHeader(grid, column); });
     });
 }
 
 void QtGrid::SyncKind() {
     writing_ = true;
-    if (!anythingShown_ || shown_ != grid_.Revision()) {
-        anythingShown_ = true;
-        shown_ = grid_.Revision();
-        if (rows_.Follow())
-            ShowColumns();
-    }
+    if (content_.Differs(grid_.Revision()) && rows_.Follow())
+        ShowColumns();
     if (view_.verticalHeader()->defaultSectionSize() != grid_.DefaultRowHeight)
         view_.verticalHeader()->setDefaultSectionSize(grid_.DefaultRowHeight);
     ShowSelection();
@@ -221,7 +219,7 @@ void QtGrid::TakeSelection() {
         return;
     const QModelIndexList rows = view_.selectionModel()->selectedRows();
     const int row = rows.isEmpty() ? 0 : rows.first().row() + 1;
-    window_.Pass([&](Input& input) { input.Select(grid_, row); });
+    window_.Pass([&grid = grid_, row](Input& input) { input.Select(grid, row); });
 }
 
 } // namespace tarnwick

@@ -58,8 +58,7 @@ private:
     QtWindow& window_;
     QtGridView& view_;
     QtGridRows& rows_;
-    std::uint64_t shown_ = 0;
-    bool anythingShown_ = false;
+    Shown<std::uint64_t> content_;
     bool writing_ = false; // a change of the selection is our own
 };
 

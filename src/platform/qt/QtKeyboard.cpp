@@ -5,26 +5,44 @@
 #include <QApplication>
 #include <QMessageBox>
 
+#include <algorithm>
+
 namespace tarnwick {
 
-HeldKeys::HeldKeys() { qApp->installEventFilter(this); }
+void HeldKeys::ComeFirst() { qApp->installEventFilter(this); }
 
 bool HeldKeys::IsRepeated(const QKeyEvent& press) const {
-    return press.isAutoRepeat() || (press.timestamp() == pressedAt_ && isRepeated_);
+    const Press& known = press.timestamp() == 0 ? copied_ : last_;
+    return press.isAutoRepeat() || (known.Key == press.key() && known.Time != 0 &&
+                                    (press.timestamp() == 0 || press.timestamp() == known.Time) && known.IsRepeated);
 }
 
 // A press comes by once for each object that it is handed to; all of them have the one time.
 void HeldKeys::NotePress(const QKeyEvent& press) {
+    // No finger lets go of a key and presses it again in this time; a display that repeats does both at once.
     constexpr quint64 quickestFinger = 10; // ms
-    constexpr quint64 longestDelay = 1000; // ms, before a display repeats a key
+    // After the first press the display waits before it repeats a key, at most this long (XKB's slowest usual setting).
+    constexpr quint64 longestDelay = 1000;  // ms
+    constexpr std::size_t mostCopies = 100; // that are still to come
     const quint64 now = press.timestamp();
-    if (now == 0 || (now == pressedAt_ && press.key() == key_))
+    if (now == last_.Time && press.key() == last_.Key)
         return;
-    isRepeated_ =
-        press.key() == key_ && (isDown_ ? now - pressedAt_ <= longestDelay : now - releasedAt_ <= quickestFinger);
-    key_ = press.key();
-    pressedAt_ = now;
+    const bool isSame = press.key() == last_.Key;
+    last_ = {press.key(), now,
+             isSame && (isDown_ ? now - last_.Time <= longestDelay : now - releasedAt_ <= quickestFinger)};
     isDown_ = true;
+    presses_.push_back(last_);
+    if (presses_.size() > mostCopies)
+        presses_.pop_front();
+}
+
+// Copies come in the order of the keys. What was pressed before this one has come without a copy.
+void HeldKeys::NoteCopy(const QKeyEvent& copy) {
+    const auto of = std::ranges::find(presses_, copy.key(), &Press::Key);
+    if (of == presses_.end())
+        return;
+    copied_ = *of;
+    presses_.erase(presses_.begin(), of + 1);
 }
 
 // Qt's boxes would be answered by the key that has called them.
@@ -33,12 +51,19 @@ bool HeldKeys::eventFilter(QObject* watched, QEvent* event) {
         return false;
     const auto& key = static_cast<const QKeyEvent&>(*event);
     if (key.type() == QEvent::KeyRelease) {
-        key_ = key.key();
-        releasedAt_ = key.timestamp();
-        isDown_ = false;
+        if (key.timestamp() != 0) {
+            last_.Key = key.key();
+            releasedAt_ = key.timestamp();
+            isDown_ = false;
+        }
         return false;
     }
-    NotePress(key);
+    if (key.timestamp() != 0)
+        NotePress(key);
+    else if (watched->isWindowType())
+        NoteCopy(key);
+    if (key.timestamp() != 0 && !watched->isWindowType())
+        presses_.clear(); // it has come by itself, and so have all before it
     const auto* widget = qobject_cast<const QWidget*>(watched);
     return widget != nullptr && qobject_cast<const QMessageBox*>(widget->window()) != nullptr && IsRepeated(key);
 }

@@ -69,17 +69,15 @@ public:
 
 protected:
     void SyncKind() override {
-        if (shown_ == control_.Picture)
-            return;
-        shown_ = control_.Picture;
-        label_.setPixmap(PictureOf(shown_));
+        if (shown_.Differs(control_.Picture))
+            label_.setPixmap(PictureOf(control_.Picture));
     }
     ColorRole DefaultBackColor() const override { return ColorRole::ButtonShadow; }
 
 private:
     const PictureBox& control_;
     QLabel& label_;
-    std::string shown_;
+    Shown<std::string> shown_;
 };
 
 } // namespace

@@ -5,7 +5,7 @@
 // pumps.
 
 #include "window/MessageLoop.h"
-#include "window/Pace.h"
+#include "window/PumpState.h"
 
 #include <QElapsedTimer>
 #include <QObject>
@@ -22,7 +22,7 @@ class QtPump : public QObject {
 public:
     // `descriptor` becomes readable when `source` has something to collect. `sync` brings the real windows in line with
     // the model.
-    QtPump(MessageLoop& loop, EventSource& source, int descriptor, std::function<void()> sync);
+    QtPump(MessageLoop& loop, ClockService& clock, EventSource& source, int descriptor, std::function<void()> sync);
 
     bool PumpEvents();
     bool WaitForEvents();
@@ -30,45 +30,26 @@ public:
     // Runs `body`, which enters a loop of Qt's own.
     void RunNested(const std::function<void()>& body);
 
+    // Runs what an event has led to, now or, while only painting is done, when that is over.
+    void Handle(std::function<void()> handler);
+    // An event has come while only painting is done: it is handed to its receiver again when that is over.
+    void Keep(QObject& receiver, const QEvent& event);
+    const PumpState& State() const { return state_; }
+
     // Fields may have changed: the windows follow at once, or a moment later where they have just done so.
     void Changed();
-    void SyncNow();
 
     // Input is about to reach a window: it shall meet what the model says.
     void BeforeInput();
 
     // From now on nothing is handled, and every loop of Qt returns.
     void End();
-    bool Ended() const { return ended_; }
-    // No handler may run: the program has ended, or only paints.
-    bool Closed() const { return ended_ || painting_; }
-    // No handler is on the stack.
-    bool Idle() const { return handlers_ == 0; }
-
-    // Is around every handler that a loop of Qt runs.
-    class HandlerScope {
-    public:
-        explicit HandlerScope(QtPump& pump) : pump_(pump) {
-            if (pump_.handlers_++ == 0)
-                pump_.pace_.Begin();
-        }
-        ~HandlerScope() { pump_.LeaveHandler(); }
-        HandlerScope(const HandlerScope&) = delete;
-        HandlerScope& operator=(const HandlerScope&) = delete;
-
-    private:
-        QtPump& pump_;
-    };
-
-signals:
-    // The time in which no handler may run is over.
-    void Painted();
 
 protected:
     void timerEvent(QTimerEvent* event) override;
 
 private:
-    void LeaveHandler();
+    void SyncNow();
     void WakeUp();
     void HandleOwnEvents();
     bool IsQtDue() const;
@@ -78,7 +59,7 @@ private:
 
     MessageLoop& loop_;
     EventSource& source_;
-    const std::function<void()> sync_;
+    PumpState state_;
     QSocketNotifier notifier_;
 
     QElapsedTimer clock_;
@@ -86,13 +67,9 @@ private:
     int wakeTimer_ = 0; // id of the Qt timer for the next tick, 0: none
     std::int64_t wakeAt_ = 0;
     int syncTimer_ = 0;
-    Pace pace_;
 
-    int handlers_ = 0;      // on the stack
-    bool pumping_ = false;  // Qt's events are being handled by a pump, which handles the program's own itself
-    bool woken_ = false;    // a sleep of WaitForEvents() has something to return for
-    bool painting_ = false; // and nothing else, until some work is done
-    bool ended_ = false;
+    bool pumping_ = false; // Qt's events are being handled by a pump, which handles the program's own itself
+    bool woken_ = false;   // a sleep of WaitForEvents() has something to return for
 };
 
 } // namespace tarnwick

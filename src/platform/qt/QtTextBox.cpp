@@ -20,32 +20,25 @@ QtTextBox::QtTextBox(TextBox& field, QWidget& parent, QtWindow& window)
 
 void QtTextBox::SyncKind() {
     const QSignalBlocker noEdit(edit_);
-    if (shown_ != field_.Text) {
-        shown_ = field_.Text;
-        edit_.setText(SingleLineOf(shown_));
-    }
-    if (selectRevision_ != field_.SelectRevision) {
-        selectRevision_ = field_.SelectRevision;
+    if (shown_.Differs(field_.Text))
+        edit_.setText(SingleLineOf(field_.Text));
+    if (selection_.Differs(field_.SelectRevision))
         edit_.selectAll();
-    }
 }
 
-// A text that is not taken leaves the field and its cursor as they were.
+void QtTextBox::Detach() { edit_.disconnect(&window_); }
+
+// What is not taken leaves the field and its cursor as if it had not been typed.
 void QtTextBox::TakeText() {
-    const std::string text = FromQt(edit_.text());
-    bool taken = false;
-    window_.Pass([&](Input& input) {
-        taken = input.Edit(field_, text);
-        if (taken)
-            shown_ = text;
-    });
-    if (taken)
+    window_.Pass([&field = field_, text = FromQt(edit_.text())](Input& input) { input.Edit(field, text); });
+    shown_.Differs(field_.Text);
+    const QString taken = SingleLineOf(field_.Text);
+    if (edit_.text() == taken)
         return;
-    const QString before = SingleLineOf(shown_);
-    const auto added = static_cast<int>(edit_.text().size() - before.size());
-    const int place = edit_.cursorPosition() - added;
+    const auto more = static_cast<int>(edit_.text().size() - taken.size());
+    const int place = edit_.cursorPosition() - more;
     const QSignalBlocker noEdit(edit_);
-    edit_.setText(before);
+    edit_.setText(taken);
     edit_.setCursorPosition(place);
 }
 

@@ -9,6 +9,7 @@ namespace tarnwick {
 class QtTextBox : public QtControl {
 public:
     QtTextBox(TextBox& field, QWidget& parent, QtWindow& window);
+    void Detach() override;
 
 protected:
     void SyncKind() override;
@@ -20,8 +21,8 @@ private:
     TextBox& field_;
     QtWindow& window_;
     QLineEdit& edit_;
-    std::string shown_;
-    unsigned selectRevision_ = 0;
+    Shown<std::string> shown_;
+    Shown<unsigned> selection_{0};
 };
 
 } // namespace tarnwick

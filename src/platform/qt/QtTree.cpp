@@ -33,13 +33,11 @@ QtTree::QtTree(TreeControl& tree, QWidget& parent, QtWindow& window)
 }
 
 void QtTree::SyncKind() {
-    if (shown_ != tree_.Revision()) {
-        shown_ = tree_.Revision();
+    const bool checks = checks_.Differs(tree_.CheckRevision());
+    if (nodes_.Differs(tree_.Revision()))
         BuildNodes();
-    } else if (shownChecks_ != tree_.CheckRevision()) {
+    else if (checks)
         ShowChecks();
-    }
-    shownChecks_ = tree_.CheckRevision();
 }
 
 void QtTree::BuildNodes() {
@@ -81,7 +79,7 @@ void QtTree::TakeCheck(QTreeWidgetItem& item) {
     if (item.checkState(0) == before) // our own writing
         return;
     item.setCheckState(0, before);
-    window_.Pass([&](Input& input) { input.Tick(tree_, index); });
+    window_.Pass([&tree = tree_, index](Input& input) { input.Tick(tree, index); });
 }
 
 } // namespace tarnwick

@@ -26,8 +26,8 @@ private:
     QtWindow& window_;
     QTreeWidget& view_;
     std::vector<QTreeWidgetItem*> items_; // by node index, from 1
-    std::uint64_t shown_ = 0;
-    std::uint64_t shownChecks_ = 0;
+    Shown<std::uint64_t> nodes_;
+    Shown<std::uint64_t> checks_;
 };
 
 } // namespace tarnwick

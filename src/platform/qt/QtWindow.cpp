@@ -51,13 +51,13 @@ bool FollowsMouse(const Window& window) {
 
 } // namespace
 
-QtWindow::QtWindow(Window& window, QtPump& pump, const HeldKeys& heldKeys)
-    : QDialog(nullptr, FlagsOf(window)), window_(&window), pump_(pump), heldKeys_(heldKeys), input_(window) {
+QtWindow::QtWindow(Window& window, QtPump& pump, HeldKeys& heldKeys)
+    : QDialog(nullptr, FlagsOf(window)), window_(&window), pump_(pump), heldKeys_(heldKeys),
+      input_(std::make_shared<Input>(window)) {
     setFixedSize(PixelsOf(window.ClientWidth), PixelsOf(window.ClientHeight));
     setMouseTracking(FollowsMouse(window));
     BuildControls();
     installEventFilter(this);
-    connect(&pump, &QtPump::Painted, this, &QtWindow::HandleLateClose);
 }
 
 // The widgets go first: what they signal on their way out still finds the objects that listen.
@@ -99,31 +99,21 @@ void QtWindow::Sync() {
 }
 
 void QtWindow::SyncFrame() {
-    const bool first = !std::exchange(frameShown_, true);
-    Frame& shown = frame_;
-    if (first || shown.Title != window_->Title) {
-        shown.Title = window_->Title;
-        setWindowTitle(LiteralTitle(shown.Title));
-    }
-    if (shown.Icon != window_->Icon) {
-        shown.Icon = window_->Icon;
-        setWindowIcon(IconOf(shown.Icon));
-    }
-    if (first || shown.BackColor != window_->BackColor) {
-        shown.BackColor = window_->BackColor;
+    if (title_.Differs(window_->Title))
+        setWindowTitle(LiteralTitle(window_->Title));
+    if (icon_.Differs(window_->Icon))
+        setWindowIcon(IconOf(window_->Icon));
+    if (backColor_.Differs(window_->BackColor)) {
         QPalette colors = palette();
-        colors.setColor(QPalette::Window, ColorOf(shown.BackColor, ColorRole::ButtonFace));
+        colors.setColor(QPalette::Window, ColorOf(window_->BackColor, ColorRole::ButtonFace));
         setPalette(colors);
     }
-    if (shown.Edge != window_->Edge) {
-        shown.Edge = window_->Edge;
+    if (edge_.Differs(window_->Edge))
         update();
-    }
 }
 
 void QtWindow::SyncFocus(const Control* last) {
-    const bool asked = shownFocus_ != window_->FocusRevision;
-    shownFocus_ = window_->FocusRevision;
+    const bool asked = focusRequest_.Differs(window_->FocusRevision);
     const QtControl* wanted = Find(FocusAfter(*window_, asked ? window_->FocusRequest : last));
     if (wanted == nullptr) {
         if (focusWidget() != nullptr)
@@ -143,6 +133,7 @@ void QtWindow::ShowInFront() {
         winId();
         windowHandle()->setTransientParent(caller->windowHandle());
     }
+    heldKeys_.ComeFirst();
     show();
     raise();
     activateWindow();
@@ -161,6 +152,7 @@ void QtWindow::Detach() {
     for (const auto& control : controls_)
         control->Detach();
     window_ = nullptr;
+    input_.reset();
     hide();
     emit Detached();
 }
@@ -172,19 +164,15 @@ const std::string& QtWindow::SeenCaption(const QtControl& control) {
 }
 
 void QtWindow::Press(const QtControl& control) {
-    Pass([&](Input& input) { input.Press(control.Model(), SeenCaption(control)); });
+    Pass([&model = control.Model(), seen = SeenCaption(control)](Input& input) { input.Press(model, seen); });
 }
 
 void QtWindow::Click(const QtControl& control) {
-    Pass([&](Input& input) { input.Click(control.Model(), SeenCaption(control)); });
+    Pass([&model = control.Model(), seen = SeenCaption(control)](Input& input) { input.Click(model, seen); });
 }
 
 void QtWindow::PressAndClick(const QtControl& control) {
-    const std::string seen = SeenCaption(control);
-    Pass([&](Input& input) {
-        input.Press(control.Model(), seen);
-        input.Click(control.Model(), seen);
-    });
+    Pass([&model = control.Model(), seen = SeenCaption(control)](Input& input) { input.PressAndClick(model, seen); });
 }
 
 void QtWindow::PressForReader(QWidget* widget) {
@@ -216,6 +204,13 @@ bool QtWindow::eventFilter(QObject* watched, QEvent* event) {
         MoveMouse(static_cast<const QMouseEvent&>(*event));
         return false;
     case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+        if (pump_.State().OnlyPaints()) {
+            pump_.Keep(*watched, *event);
+            return true;
+        }
+        if (event->type() == QEvent::KeyRelease)
+            return false;
         BeforeInput(*event);
         return HandleKey(static_cast<const QKeyEvent&>(*event));
     default:
@@ -232,12 +227,12 @@ void QtWindow::HandleMouse(const QtControl& control, const QMouseEvent& event) {
     if (label && event.type() != QEvent::MouseButtonRelease)
         Press(control);
     else if (event.type() == QEvent::MouseButtonRelease && (label || !inside))
-        Pass([&](Input& input) { input.Release(inside ? &control.Model() : nullptr); });
+        Pass([over = inside ? &control.Model() : nullptr](Input& input) { input.Release(over); });
 }
 
 void QtWindow::MoveMouse(const QMouseEvent& event) {
     const QPoint place = mapFromGlobal(event.globalPosition().toPoint());
-    Pass([&](Input& input) { input.MoveMouse(TwipsOf(place.x()), TwipsOf(place.y())); });
+    Pass([place](Input& input) { input.MoveMouse(TwipsOf(place.x()), TwipsOf(place.y())); });
 }
 
 bool QtWindow::HandleKey(const QKeyEvent& event) {
@@ -260,14 +255,7 @@ bool QtWindow::HandleKey(const QKeyEvent& event) {
 // The model decides what a click on the close box does.
 void QtWindow::closeEvent(QCloseEvent* event) {
     event->ignore();
-    closeAsked_ = pump_.Closed();
     Pass([](Input& input) { input.Close(); });
-}
-
-// Asked for while no handler could run.
-void QtWindow::HandleLateClose() {
-    if (std::exchange(closeAsked_, false))
-        QCoreApplication::postEvent(this, new QCloseEvent);
 }
 
 // A dialog of Qt's would close itself on Esc.
@@ -281,7 +269,7 @@ void QtWindow::paintEvent(QPaintEvent*) {
         place_.reset();
     }
     QPainter painter(this);
-    PaintEdge(painter, rect(), frame_.Edge);
+    PaintEdge(painter, rect(), window_ == nullptr ? 0 : window_->Edge);
 }
 
 } // namespace tarnwick

@@ -3,6 +3,7 @@
 #include "platform/qt/QtKeyboard.h"
 #include "platform/qt/QtPump.h"
 #include "window/Input.h"
+#include "window/Shown.h"
 #include "window/Window.h"
 
 #include <QDialog>
@@ -21,7 +22,7 @@ class QtWindow : public QDialog {
     Q_OBJECT
 
 public:
-    QtWindow(Window& window, QtPump& pump, const HeldKeys& heldKeys);
+    QtWindow(Window& window, QtPump& pump, HeldKeys& heldKeys);
     ~QtWindow() override;
 
     bool Shows(const Window& window) const { return window_ == &window; }
@@ -31,25 +32,28 @@ public:
     // The model's window is given up: nothing of it is read or raised any more.
     void Detach();
 
-    // Hands what the user does to the model, which decides what follows.
-    template <class Act> void Pass(const Act& act) {
-        if (window_ == nullptr || pump_.Closed())
-            return;
-        const QtPump::HandlerScope scope(pump_);
-        act(input_);
+    // Hands what the user does to the model, which decides what follows: at once, or later while the program only
+    // paints, so that `act` holds no reference to what may have gone by then. A control of the model stays until then.
+    template <class Act> void Pass(Act act) {
+        pump_.Handle([window = std::weak_ptr(input_), act = std::move(act)] {
+            if (const std::shared_ptr<Input> input = window.lock())
+                act(*input);
+        });
     }
     // As Pass(); a menu that a handler opens is at `place` on the screen.
-    template <class Act> void PassAt(QPoint place, const Act& act) {
-        menuPlace_ = place;
-        Pass(act);
-        menuPlace_.reset();
+    template <class Act> void PassAt(QPoint place, Act act) {
+        Pass([this, place, act = std::move(act)](Input& input) {
+            menuPlace_ = place;
+            act(input);
+            menuPlace_.reset();
+        });
     }
     QPoint MenuPlace() const;
 
     // The mouse or a key presses a control, and lets it go over it.
     void Press(const QtControl& control);
     void Click(const QtControl& control);
-    // Both in one.
+    // A screen reader's action on a control's widget.
     Q_INVOKABLE void PressForReader(QWidget* widget);
 
 signals:
@@ -63,13 +67,6 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    struct Frame {
-        std::string Title;
-        std::string Icon;
-        Color BackColor;
-        int Edge = 0;
-    };
-
     void BuildControls();
     void SyncFrame();
     void SyncFocus(const Control* last);
@@ -78,7 +75,6 @@ private:
     QtControl* Find(const Control* control) const;
     void BeforeInput(const QEvent& event);
     void HandleMouse(const QtControl& control, const QMouseEvent& event);
-    void HandleLateClose();
     void MoveMouse(const QMouseEvent& event);
     void PressAndClick(const QtControl& control);
     bool HandleKey(const QKeyEvent& event);
@@ -87,15 +83,16 @@ private:
 
     Window* window_; // nullptr: the model's window has gone
     QtPump& pump_;
-    const HeldKeys& heldKeys_;
-    Input input_;
+    HeldKeys& heldKeys_;
+    std::shared_ptr<Input> input_; // nullptr: the model's window has gone
     std::vector<std::unique_ptr<QtControl>> controls_;
-    Frame frame_; // as shown
-    bool frameShown_ = false;
-    unsigned shownFocus_ = 0;
+    Shown<std::string> title_;
+    Shown<std::string> icon_{{}};
+    Shown<Color> backColor_;
+    Shown<int> edge_;
+    Shown<unsigned> focusRequest_{0};
     std::optional<QPoint> place_; // where the window was put, until its frame is known
     bool placed_ = false;
-    bool closeAsked_ = false;
     std::optional<QPoint> menuPlace_;
     std::optional<std::int64_t> inputAt_; // when the present event happened
 };

@@ -13,8 +13,8 @@
 
 namespace tarnwick {
 
-QtWindows::QtWindows(MessageLoop& loop, PosixSockets& sockets)
-    : loop_(loop), pump_(loop, sockets, sockets.Descriptor(), [this] { SyncWindows(); }) {
+QtWindows::QtWindows(MessageLoop& loop, ClockService& clock, PosixSockets& sockets)
+    : loop_(loop), pump_(loop, clock, sockets, sockets.Descriptor(), [this] { SyncWindows(); }) {
     UseReaderInterfaces();
 }
 
@@ -27,7 +27,7 @@ void QtWindows::Run() {
 WindowHandle QtWindows::Open(Window& window) { return loop_.Add(window); }
 
 void QtWindows::Show(Window& window) {
-    if (pump_.Ended())
+    if (HasEnded())
         return;
     QtWindow& real = RealWindow(window);
     real.Sync();
@@ -35,7 +35,7 @@ void QtWindows::Show(Window& window) {
 }
 
 void QtWindows::ShowModal(Window& window) {
-    if (pump_.Ended())
+    if (HasEnded())
         return;
     QtWindow& real = RealWindow(window);
     real.setWindowModality(Qt::ApplicationModal);
@@ -60,15 +60,15 @@ void QtWindows::Discard(Window& window) {
     discarded_.back()->Detach();
 }
 
-MessageAnswer QtWindows::ShowMessage(const std::string& text, const std::string& title, MessageIcon icon,
-                                     MessageButtons buttons) {
+MessageAnswer QtWindows::RunMessageBox(const std::string& text, const std::string& title, MessageIcon icon,
+                                       MessageButtons buttons) {
     QtMessageBox box(text, title, icon, buttons, QApplication::activeWindow());
-    MessageAnswer answer = buttons == MessageButtons::Ok ? MessageAnswer::Ok : MessageAnswer::No;
+    MessageAnswer answer = MessageAnswer::Ok;
     pump_.RunNested([&] { answer = box.Ask(); });
     return answer;
 }
 
-const MenuEntry* QtWindows::PopUp(const Menu& menu, Window& window) {
+const MenuEntry* QtWindows::RunMenu(const Menu& menu, Window& window) {
     QtWindow* real = Find(window);
     if (real == nullptr)
         return nullptr;
@@ -121,7 +121,7 @@ void QtWindows::SyncWindows() {
         if (real->isVisible())
             real->Sync();
     // Without a handler on the stack nobody is in a discarded window, but Qt may still be: it deletes them itself.
-    if (pump_.Idle())
+    if (pump_.State().Idle())
         for (auto& real : std::exchange(discarded_, {}))
             real.release()->deleteLater();
 }

@@ -13,7 +13,7 @@ namespace tarnwick {
 // (WindowSlot::DropAll) before it is destroyed.
 class QtWindows : public WindowService {
 public:
-    QtWindows(MessageLoop& loop, PosixSockets& sockets);
+    QtWindows(MessageLoop& loop, ClockService& clock, PosixSockets& sockets);
     ~QtWindows() override;
 
     // The program's event loop: returns after End().
@@ -25,9 +25,9 @@ public:
     void Hide(Window& window) override;
     void Discard(Window& window) override;
 
-    MessageAnswer ShowMessage(const std::string& text, const std::string& title, MessageIcon icon,
-                              MessageButtons buttons) override;
-    const MenuEntry* PopUp(const Menu& menu, Window& window) override;
+    MessageAnswer RunMessageBox(const std::string& text, const std::string& title, MessageIcon icon,
+                                MessageButtons buttons) override;
+    const MenuEntry* RunMenu(const Menu& menu, Window& window) override;
 
     PreviousProcedure InstallProcedure(WindowHandle window, WindowProcedure procedure) override;
     void RestoreProcedure(WindowHandle window, PreviousProcedure previous) override;
@@ -40,6 +40,7 @@ public:
         pump_.PaintUntil(isDone, ms);
     }
     void End() override;
+    bool HasEnded() const override { return pump_.State().Ended(); }
 
 private:
     QtWindow* Find(const Window& window) const;

@@ -19,8 +19,10 @@ LRESULT CALLBACK ButtonProcedure(HWND window, UINT message, WPARAM first, LPARAM
 
 std::int64_t Now() { return static_cast<std::int64_t>(GetTickCount64()); }
 
-// When the message that is being handled was sent.
-std::int64_t MessageTime() { return Now() - (GetTickCount() - static_cast<DWORD>(GetMessageTime())); }
+// When the message that is being handled was posted; one that another program has sent comes at once and has no time.
+std::int64_t MessageTime() {
+    return InSendMessage() ? Now() : Now() - (GetTickCount() - static_cast<DWORD>(GetMessageTime()));
+}
 
 } // namespace
 
@@ -31,31 +33,28 @@ Win32Button::Win32Button(Win32Window& owner, Control& model, HWND__* parent, int
 
 void Win32Button::OnCommand(unsigned notice) {
     if (notice == BN_CLICKED)
-        Owner().Do([this](Input& input) { input.Click(Model(), Shown()); });
+        Owner().Pass([&model = Model(), shown = SeenCaption()](Input& input) { input.Click(model, shown); });
     else if (notice == BN_SETFOCUS || notice == BN_KILLFOCUS)
         Owner().ShowDefaultButton();
 }
 
-const std::string& Win32Button::Shown() const { return caption_.At(MessageTime()); }
+const std::string& Win32Button::SeenCaption() const { return caption_.At(MessageTime()); }
 
 void Win32Button::Press() {
-    Owner().Do([this](Input& input) { input.Press(Model(), Shown()); });
+    Owner().Pass([&model = Model(), shown = SeenCaption()](Input& input) { input.Press(model, shown); });
 }
 
 void Win32Button::SyncContent() {
-    if (caption_.Now() != Model().Caption)
-        caption_.Show(Model().Caption, Now());
-    ShowText(Model().Caption);
+    if (caption_.Differs(Model().Caption, Now()))
+        ShowText(Model().Caption);
 }
 
 Win32CommandButton::Win32CommandButton(Win32Window& owner, CommandButton& model, HWND__* parent, int number)
     : Win32Button(owner, model, parent, number, BS_PUSHBUTTON) {}
 
 void Win32CommandButton::ShowDefault(bool isDefault) {
-    if (isDefault_ == isDefault)
-        return;
-    isDefault_ = isDefault;
-    Send(BM_SETSTYLE, isDefault ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON, TRUE);
+    if (isDefault_.Differs(isDefault))
+        Send(BM_SETSTYLE, isDefault ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON, TRUE);
 }
 
 Win32Mark::Win32Mark(Win32Window& owner, CheckBox& model, HWND__* parent, int number)
@@ -71,10 +70,8 @@ bool Win32Mark::Value() const {
 
 void Win32Mark::SyncContent() {
     Win32Button::SyncContent();
-    if (value_ == Value())
-        return;
-    value_ = Value();
-    Send(BM_SETCHECK, value_ ? BST_CHECKED : BST_UNCHECKED);
+    if (value_.Differs(Value()))
+        Send(BM_SETCHECK, Value() ? BST_CHECKED : BST_UNCHECKED);
 }
 
 } // namespace tarnwick

@@ -9,7 +9,7 @@ namespace tarnwick {
 class Win32Button : public Win32Control {
 public:
     void OnCommand(unsigned notice) override;
-    const std::string& Shown() const override;
+    const std::string& SeenCaption() const override;
     // The mouse or the space bar holds it down.
     void Press();
 
@@ -29,7 +29,7 @@ public:
     void ShowDefault(bool isDefault);
 
 private:
-    bool isDefault_ = false;
+    Shown<bool> isDefault_{false};
 };
 
 // A check box or an option button.
@@ -42,7 +42,7 @@ private:
     void SyncContent() override;
     bool Value() const;
 
-    bool value_ = false;
+    Shown<bool> value_{false};
 };
 
 } // namespace tarnwick

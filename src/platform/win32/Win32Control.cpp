@@ -43,7 +43,7 @@ std::unique_ptr<Win32Control> Win32Control::Make(Win32Window& owner, Control& mo
 }
 
 Win32Control::Win32Control(Win32Window& owner, Control& model, HWND__* parent, int number, const Type& type)
-    : owner_(owner), model_(model), foreColor_(model.ForeColor), backColor_(model.BackColor) {
+    : owner_(owner), model_(model) {
     real_ =
         CreateWindowExW(type.ExtendedStyle, type.Class, nullptr, type.Style | WS_CHILD | WS_CLIPSIBLINGS, 0, 0, 0, 0,
                         parent, reinterpret_cast<HMENU>(std::intptr_t{number}), GetModuleHandleW(nullptr), nullptr);
@@ -54,39 +54,29 @@ Win32Control::Win32Control(Win32Window& owner, Control& model, HWND__* parent, i
 void Win32Control::Place(int dots) {
     dots_ = dots;
     // Both corners are rounded, so that what meets in twips meets in pixels.
-    const Rect& place = model_.Place;
+    const Rect& place = *model_.Place;
     const int left = PixelsOf(place.Left, dots);
     const int top = PixelsOf(place.Top, dots);
     SetWindowPos(real_, nullptr, left, top, PixelsOf(place.Left + place.Width, dots) - left,
                  PixelsOf(place.Top + place.Height, dots) - top, SWP_NOZORDER | SWP_NOACTIVATE);
-    SyncFont();
+    ShowFont();
     Scale(dots);
 }
 
-void Win32Control::SyncFont() {
-    font_ = model_.Font;
-    Send(WM_SETFONT, reinterpret_cast<WPARAM>(FontOf(font_, dots_)), TRUE);
-}
+void Win32Control::ShowFont() { Send(WM_SETFONT, reinterpret_cast<WPARAM>(FontOf(model_.Font, dots_)), TRUE); }
 
 void Win32Control::Sync() {
-    if (!(font_ == model_.Font))
-        SyncFont();
-    if (!(foreColor_ == model_.ForeColor && backColor_ == model_.BackColor)) {
-        foreColor_ = model_.ForeColor;
-        backColor_ = model_.BackColor;
+    if (font_.Differs(model_.Font))
+        ShowFont();
+    if (colors_.Differs({model_.ForeColor, model_.BackColor}))
         ShowColors();
-    }
     SyncContent();
     // What can't be seen doesn't exist for a screen reader either.
     const bool shown = IsShown(owner_.Model(), model_);
-    if (const bool enabled = !shown || IsReachable(owner_.Model(), model_); enabled_ != enabled) {
-        enabled_ = enabled;
-        EnableWindow(real_, enabled_);
-    }
-    if (const bool visible = shown && !IsEmpty(); visible_ != visible) {
-        visible_ = visible;
+    if (const bool enabled = !shown || IsReachable(owner_.Model(), model_); enabled_.Differs(enabled))
+        EnableWindow(real_, enabled);
+    if (const bool visible = shown && !IsEmpty(); visible_.Differs(visible))
         ShowWindow(real_, visible ? SW_SHOWNA : SW_HIDE);
-    }
 }
 
 void Win32Control::ShowColors() { InvalidateRect(real_, nullptr, TRUE); }
@@ -95,18 +85,16 @@ HBRUSH__* Win32Control::PrepareColors(HDC__* surface) const {
     const auto isOwn = [](const Color& color) {
         return color.Role != ColorRole::ControlDefault && color.Role != ColorRole::Transparent;
     };
-    const Color behind = model_.Container != nullptr ? model_.Container->BackColor : owner_.Model().BackColor;
-    const COLORREF back = ColorValue(isOwn(model_.BackColor) ? model_.BackColor : behind, ColorRole::ButtonFace);
+    const Color below = model_.Container != nullptr ? (*model_.Container)->BackColor : owner_.Model().BackColor;
+    const COLORREF back = ColorValue(isOwn(model_.BackColor) ? model_.BackColor : below, ColorRole::ButtonFace);
     SetTextColor(surface, ReadableOn(back, ColorValue(model_.ForeColor, ColorRole::ButtonText)));
     SetBkColor(surface, back);
     return BrushOf(back);
 }
 
 void Win32Control::ShowText(const std::string& text, bool literal) {
-    if (text_ == text)
-        return;
-    text_ = text;
-    SetWindowTextW(real_, (literal ? LiteralCaption(text) : SingleLineOf(text)).c_str());
+    if (text_.Differs(text))
+        SetWindowTextW(real_, (literal ? LiteralCaption(text) : SingleLineOf(text)).c_str());
 }
 
 std::intptr_t Win32Control::Send(unsigned message, std::uintptr_t first, std::intptr_t second) const {

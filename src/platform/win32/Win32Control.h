@@ -2,10 +2,12 @@
 
 #include "platform/win32/Win32Handles.h"
 #include "window/Controls.h"
+#include "window/Shown.h"
 
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 
 struct tagNMHDR;
 
@@ -38,7 +40,7 @@ public:
     // What it has posted to itself.
     virtual void OnPosted(std::intptr_t /*what*/) {}
     // The caption that the user saw when the message that is being handled was on its way.
-    virtual const std::string& Shown() const { return model_.Caption; }
+    virtual const std::string& SeenCaption() const { return model_.Caption; }
     virtual void ShowColors();
     // The menu key.
     virtual void OpenMenuByKey() {}
@@ -66,7 +68,7 @@ protected:
     Win32Window& Owner() const { return owner_; }
 
 private:
-    void SyncFont();
+    void ShowFont();
 
     Win32Window& owner_;
     Control& model_;
@@ -74,12 +76,11 @@ private:
     int dots_ = 0;
 
     // As last shown.
-    std::string text_;
-    tarnwick::Font font_;
-    Color foreColor_;
-    Color backColor_;
-    bool visible_ = false;
-    bool enabled_ = true;
+    Shown<std::string> text_{{}};
+    Shown<tarnwick::Font> font_;
+    Shown<std::pair<Color, Color>> colors_; // of the text and of the ground
+    Shown<bool> visible_{false};
+    Shown<bool> enabled_{true};
 };
 
 } // namespace tarnwick

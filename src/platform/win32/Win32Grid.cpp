@@ -46,6 +46,11 @@ LRESULT CALLBACK GridProcedure(HWND window, UINT message, WPARAM first, LPARAM s
     case WM_MOUSEMOVE:
         grid.FollowMouse(x, y);
         break;
+    case WM_CHAR: // the system would collect letters that follow each other
+        if (first <= L' ')
+            break;
+        grid.Type(static_cast<wchar_t>(first));
+        return 0;
     default:
         break;
     }
@@ -98,28 +103,27 @@ std::intptr_t Win32Grid::OnNotify(tagNMHDR& notice) {
             lstrcpynW(item.pszText, SingleLineOf(CellText(item.iItem, item.iSubItem)).c_str(), item.cchTextMax);
         return 0;
     }
-    case LVN_ODFINDITEMW: {
-        const LVFINDINFOW& wanted = reinterpret_cast<NMLVFINDITEMW&>(notice).lvfi;
-        return (wanted.flags & (LVFI_STRING | LVFI_PARTIAL)) == 0 || wanted.psz == nullptr
-                   ? -1
-                   : grid_.FindRow(NarrowOf(wanted.psz)) - 1;
-    }
     case LVN_COLUMNCLICK: {
         const auto column = static_cast<std::size_t>(reinterpret_cast<NMLISTVIEW&>(notice).iSubItem);
         if (column < columns_.size())
-            Owner().Do([&](Input& input) { input.ClickHeader(grid_, columns_[column]); });
+            Owner().Pass([&grid = grid_, number = columns_[column]](Input& input) { input.ClickHeader(grid, number); });
         return 0;
     }
     case LVN_ITEMCHANGED:
         if (!Owner().IsEcho()) {
             const auto row = static_cast<int>(Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
-            Owner().Do([&](Input& input) { input.Select(grid_, row + 1); });
-            selectedRow_ = row + 1;
+            Owner().Pass([&grid = grid_, row](Input& input) { input.Select(grid, row + 1); });
+            selectedRow_.Differs(row + 1);
         }
         return 0;
     default:
         return 0;
     }
+}
+
+void Win32Grid::Type(wchar_t letter) {
+    Owner().Pass(
+        [&grid = grid_, text = Utf8Of(std::wstring(1, letter))](Input& input) { input.SelectByText(grid, text); });
 }
 
 bool Win32Grid::IsOnRow(int x, int y) const {
@@ -132,7 +136,9 @@ void Win32Grid::PressAt(int button, int x, int y) {
     POINT place = {x, y};
     ClientToScreen(Real(), &place);
     Owner().SetMenuPlace(place.x, place.y);
-    Owner().Do([&](Input& input) { input.PressGrid(grid_, button, ShiftState(), x, y); });
+    Owner().Pass([&grid = grid_, button, shift = ShiftState(), x, y](Input& input) {
+        input.PressGrid(grid, button, shift, x, y);
+    });
 }
 
 // A cell that is cut off shows its whole text as a tool tip.
@@ -166,25 +172,23 @@ void Win32Grid::OpenMenuByKey() {
 }
 
 void Win32Grid::SyncContent() {
-    if (columnCount_ != grid_.Columns().size())
+    if (columnCount_.Differs(grid_.Columns().size()))
         ShowColumns();
-    const bool changed = revision_ != grid_.Revision();
+    const bool changed = content_.Differs(grid_.Revision());
     if (changed) {
         tipCell_ = {-1, -1};
-        revision_ = grid_.Revision();
         Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(grid_.RowCount()), LVSICF_NOSCROLL);
         InvalidateRect(Real(), nullptr, FALSE);
     }
-    if (changed || selectedRow_ != grid_.SelectedRow)
+    if (selectedRow_.Differs(grid_.SelectedRow) || changed)
         ShowSelection();
 }
 
 void Win32Grid::ShowColumns() {
-    columnCount_ = grid_.Columns().size();
     while (Send(LVM_DELETECOLUMN, 0) != FALSE) {
     }
     columns_.clear();
-    for (std::size_t i = 0; i < columnCount_; ++i) {
+    for (std::size_t i = 0; i < grid_.Columns().size(); ++i) {
         const Grid::Column& column = grid_.Columns()[i];
         if (!column.Visible)
             continue;
@@ -200,14 +204,13 @@ void Win32Grid::ShowColumns() {
 }
 
 void Win32Grid::ShowSelection() {
-    selectedRow_ = grid_.SelectedRow;
     LVITEMW state = {};
     state.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
     Send(LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&state));
-    if (selectedRow_ == 0)
+    if (grid_.SelectedRow == 0)
         return;
     state.state = LVIS_SELECTED | LVIS_FOCUSED;
-    Send(LVM_SETITEMSTATE, static_cast<WPARAM>(selectedRow_ - 1), reinterpret_cast<LPARAM>(&state));
+    Send(LVM_SETITEMSTATE, static_cast<WPARAM>(grid_.SelectedRow - 1), reinterpret_cast<LPARAM>(&state));
 }
 
 // A list view's rows are as high as its images need; one that shows nothing sets the height.

@@ -19,6 +19,7 @@ public:
 
     // What the mouse does at this point of the grid.
     bool IsOnRow(int x, int y) const;
+    void Type(wchar_t letter);
     void PressAt(int button, int x, int y);
     void FollowMouse(int x, int y);
 
@@ -31,9 +32,9 @@ private:
 
     GridControl& grid_;
     std::vector<int> columns_; // the model's number of each column that shows
-    std::size_t columnCount_ = 0;
-    std::uint64_t revision_ = 0;
-    int selectedRow_ = 0;
+    Shown<std::size_t> columnCount_;
+    Shown<std::uint64_t> content_;
+    Shown<int> selectedRow_{0};
     int dots_ = 0;
     std::pair<int, int> tipCell_ = {-1, -1}; // whose tool tip is set
     _IMAGELIST* rowSpacer_ = nullptr;

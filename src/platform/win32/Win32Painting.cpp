@@ -6,7 +6,6 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <iterator>
 
 namespace tarnwick {
 
@@ -47,26 +46,15 @@ void PaintGround(HDC__* surface, HWND__* real, const Window& window, int dots) {
     }
 }
 
-std::vector<const Control*> ReadingOrder(const Window& window) {
-    std::vector<const Control*> table;
-    std::ranges::copy_if(window.Controls, std::back_inserter(table), [](const Control* control) {
-        return control->Kind != ControlKind::Line && control->Kind != ControlKind::Shape;
-    });
-    std::vector<const Control*> order = table;
-    const auto isStop = [](const Control* control) { return control->TabIndex >= 0; };
-    std::vector<const Control*> stops;
-    std::ranges::copy_if(order, std::back_inserter(stops), isStop);
-    std::ranges::stable_sort(stops, {}, &Control::TabIndex);
-    auto next = stops.begin();
-    for (const Control*& place : order)
-        if (isStop(place))
-            place = *next++;
-    for (auto front = table.begin(); front != table.end(); ++front)
-        for (auto behind = table.begin(); behind != front; ++behind) {
-            const auto early = std::ranges::find(order, *behind);
-            const auto late = std::ranges::find(order, *front);
-            if (early < late && (*front)->Container == (*behind)->Container &&
-                Overlap((*front)->Place, (*behind)->Place))
+std::vector<const Control*> FrontToBack(const Window& window) {
+    std::vector<const Control*> order = ReadingOrder(window);
+    const std::vector<Control*>& table = window.Controls;
+    for (auto upper = table.begin(); upper != table.end(); ++upper)
+        for (auto lower = table.begin(); lower != upper; ++lower) {
+            const auto early = std::ranges::find(order, *lower);
+            const auto late = std::ranges::find(order, *upper);
+            if (early < late && late != order.end() && *(*upper)->Container == *(*lower)->Container &&
+                Overlap(*(*upper)->Place, *(*lower)->Place))
                 std::rotate(early, late, late + 1);
         }
     return order;

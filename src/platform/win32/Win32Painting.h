@@ -10,8 +10,8 @@ namespace tarnwick {
 // Paints the ground under the controls of a window: its colour, its edge, the lines and outlines of its table.
 void PaintGround(HDC__* surface, HWND__* real, const Window& window, int dots);
 
-// The controls as a screen reader shall go through them, which on this system is the order in which they lie over each
-// other: in the order of the table, those in the tab order by that, and each one before what it lies over.
-std::vector<const Control*> ReadingOrder(const Window& window);
+// The controls in the order in which their windows lie over each other, the first one in front: as a screen reader goes
+// through them, which on this system is the same, but each one before what it lies over.
+std::vector<const Control*> FrontToBack(const Window& window);
 
 } // namespace tarnwick

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 namespace tarnwick {
 
@@ -29,7 +30,7 @@ bool IsButtonOrKey(UINT message) {
 
 Win32Pump::Win32Pump(MessageLoop& loop, ClockService& clock, std::function<void()> sync,
                      std::function<bool(const tagMSG&)> filter)
-    : loop_(loop), clock_(clock), sync_(std::move(sync)), filter_(std::move(filter)) {
+    : loop_(loop), clock_(clock), state_(clock, std::move(sync)), filter_(std::move(filter)) {
     WNDCLASSEXW type = {};
     type.cbSize = sizeof type;
     type.lpfnWndProc = AlarmProcedure;
@@ -43,45 +44,47 @@ Win32Pump::Win32Pump(MessageLoop& loop, ClockService& clock, std::function<void(
 Win32Pump::~Win32Pump() { DestroyWindow(alarm_); }
 
 bool Win32Pump::PumpEvents() {
-    if (ended_)
-        return false;
+    if (state_.Ended() || state_.OnlyPaints())
+        return !state_.Ended();
     Changed();
     Arm();
     Drain();
-    return !ended_;
+    return !state_.Ended();
 }
 
 bool Win32Pump::WaitForEvents() {
-    if (ended_)
+    if (state_.Ended())
         return false;
     Prepare();
-    MsgWaitForMultipleObjectsEx(0, nullptr, INFINITE, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+    if (!state_.HasKept())
+        MsgWaitForMultipleObjectsEx(0, nullptr, INFINITE, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
     Drain();
-    return !ended_;
+    return !state_.Ended();
 }
 
 // Looking for messages keeps the system from taking the program for dead; those that other threads and programs wait
-// for are answered by it.
+// for are answered by it, and what they lead to is kept.
 void Win32Pump::PaintUntil(const std::function<bool(std::int64_t)>& isDone, std::int64_t ms) {
     const std::int64_t end = clock_.Now() + ms;
-    SyncNow();
-    painting_ = true;
-    do {
-        MSG message;
-        while (!ended_ &&
-               PeekMessageW(&message, nullptr, WM_PAINT, WM_PAINT, PM_REMOVE | PM_QS_PAINT | PM_QS_SENDMESSAGE))
-            if (message.message == WM_QUIT) // comes through every filter
-                End();
-            else
-                DispatchMessageW(&message);
-    } while (!isDone(std::clamp<std::int64_t>(end - clock_.Now(), 0, Pace::Shortest)) && clock_.Now() < end);
-    painting_ = false;
+    state_.OnlyPaint([&] {
+        do {
+            MSG message;
+            while (!state_.Ended() &&
+                   PeekMessageW(&message, nullptr, WM_PAINT, WM_PAINT, PM_REMOVE | PM_QS_PAINT | PM_QS_SENDMESSAGE))
+                if (message.message == WM_QUIT) // comes through every filter
+                    End();
+                else
+                    DispatchMessageW(&message);
+        } while (!isDone(std::clamp<std::int64_t>(end - clock_.Now(), 0, Pace::Shortest)) && clock_.Now() < end);
+    });
+    Arm();
 }
 
 // Timer messages come only where no other one is waiting, so ticks are last.
 void Win32Pump::Drain() {
+    state_.HandleKept();
     MSG message;
-    while (!ended_ && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+    while (!state_.Ended() && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
         if (message.message == WM_QUIT) {
             End();
             return;
@@ -102,9 +105,9 @@ void Win32Pump::Prepare() {
 }
 
 void Win32Pump::Changed() {
-    const std::int64_t wait = Idle() ? 0 : pace_.Wait(clock_.Now());
-    if (wait <= 0) {
-        SyncNow();
+    const std::int64_t wait = state_.Follow();
+    if (wait == 0) {
+        StopSyncTimer();
     } else if (!syncAwaited_) {
         syncAwaited_ = true;
         SetTimer(alarm_, SyncTimer, static_cast<UINT>(wait), nullptr);
@@ -112,24 +115,24 @@ void Win32Pump::Changed() {
 }
 
 void Win32Pump::SyncNow() {
-    if (syncing_)
-        return;
+    StopSyncTimer();
+    state_.SyncNow();
+}
+
+void Win32Pump::StopSyncTimer() {
     if (std::exchange(syncAwaited_, false))
         KillTimer(alarm_, SyncTimer);
-    syncing_ = true;
-    const std::int64_t start = clock_.Now();
-    sync_();
-    pace_.Done(start, clock_.Now());
-    syncing_ = false;
 }
 
 void Win32Pump::End() {
-    ended_ = true;
+    state_.End();
     PostQuitMessage(0);
 }
 
-void Win32Pump::LeaveHandler() {
-    --handlers_;
+void Win32Pump::Handle(std::function<void()> handler) {
+    if (state_.Syncing())
+        return;
+    state_.Handle(std::move(handler));
     Changed();
     Arm();
 }
@@ -141,13 +144,16 @@ void Win32Pump::OnTimer(std::uintptr_t timer) {
     }
     wakeAt_ = 0;
     KillTimer(alarm_, TickTimer);
-    Handle([this] { loop_.FireTimers(); });
+    Handle([this] {
+        state_.HandleKept();
+        loop_.FireTimers();
+    });
 }
 
 // Sees to it that a timer message comes when the next tick is due. One that comes too early does no harm.
 void Win32Pump::Arm() {
-    const std::optional<std::int64_t> wait = loop_.UntilNextTick();
-    if (!wait || ended_)
+    const std::optional<std::int64_t> wait = state_.HasKept() ? 0 : loop_.UntilNextTick();
+    if (!wait || state_.Ended())
         return;
     const std::int64_t at = clock_.Now() + *wait;
     if (wakeAt_ != 0 && wakeAt_ <= at)

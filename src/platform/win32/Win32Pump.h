@@ -6,11 +6,10 @@
 
 #include "platform/win32/Win32Handles.h"
 #include "window/MessageLoop.h"
-#include "window/Pace.h"
+#include "window/PumpState.h"
 
 #include <cstdint>
 #include <functional>
-#include <utility>
 
 namespace tarnwick {
 
@@ -32,50 +31,33 @@ public:
     // often.
     void Changed();
     void SyncNow();
-    // What real windows report meanwhile is only the echo of what is written into them.
-    bool Syncing() const { return syncing_; }
 
     // Before a loop of the system's own.
     void Prepare();
 
     // From now on nothing is handled, and every loop returns.
     void End();
-    bool Ended() const { return ended_; }
 
-    // Runs what a message has led to.
-    template <class Handler> void Handle(Handler&& handler) {
-        if (ended_ || painting_ || syncing_)
-            return;
-        if (Idle())
-            pace_.Begin();
-        ++handlers_;
-        std::forward<Handler>(handler)();
-        LeaveHandler();
-    }
-    // No handler is on the stack.
-    bool Idle() const { return handlers_ == 0; }
+    // Runs what a message has led to, now or, while only painting is done, when that is over.
+    void Handle(std::function<void()> handler);
+    const PumpState& State() const { return state_; }
 
     // For the system.
     void OnTimer(std::uintptr_t timer);
 
 private:
-    void LeaveHandler();
+    void StopSyncTimer();
     void Arm();
     void Drain();
 
     MessageLoop& loop_;
     ClockService& clock_;
-    const std::function<void()> sync_;
+    PumpState state_;
     const std::function<bool(const tagMSG&)> filter_;
     HWND__* alarm_ = nullptr; // never seen: gets the system's timer messages
 
-    std::int64_t wakeAt_ = 0; // of the system's timer for the next tick, in ms of the clock; 0: it doesn't run
-    Pace pace_;
+    std::int64_t wakeAt_ = 0;  // of the system's timer for the next tick, in ms of the clock; 0: it doesn't run
     bool syncAwaited_ = false; // the system's timer for the next sync runs
-    int handlers_ = 0;         // on the stack
-    bool painting_ = false;    // and nothing else, until some work is done
-    bool syncing_ = false;
-    bool ended_ = false;
 };
 
 } // namespace tarnwick

@@ -53,10 +53,9 @@ Win32Label::Win32Label(Win32Window& owner, Label& model, HWND__* parent, int num
 }
 
 void Win32Label::SyncContent() {
-    if (lines_ == label_.Caption)
+    if (!lines_.Differs(label_.Caption))
         return;
-    lines_ = label_.Caption;
-    SetWindowTextW(Real(), (label_.WordWrap ? LinesOf(lines_) : SingleLineOf(lines_)).c_str());
+    SetWindowTextW(Real(), (label_.WordWrap ? LinesOf(label_.Caption) : SingleLineOf(label_.Caption)).c_str());
     if (label_.Announced)
         AnnounceText(Real());
 }
@@ -78,18 +77,16 @@ Win32Picture::~Win32Picture() {
 }
 
 void Win32Picture::SyncContent() {
-    if (shown_ == picture_.Picture)
-        return;
-    shown_ = picture_.Picture;
-    Scale(0);
+    if (shown_.Differs(picture_.Picture))
+        Scale(0);
 }
 
 void Win32Picture::Scale(int /*dots*/) {
-    if (shown_.empty())
+    if (picture_.Picture.empty())
         return;
     RECT area;
     GetClientRect(Real(), &area);
-    const HBITMAP bitmap = PictureOf(shown_, area.right, area.bottom);
+    const HBITMAP bitmap = PictureOf(picture_.Picture, area.right, area.bottom);
     Send(STM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(bitmap));
     if (bitmap_ != nullptr)
         DeleteObject(bitmap_);

@@ -15,7 +15,7 @@ private:
     bool IsEmpty() const override;
 
     Label& label_;
-    std::string lines_;
+    Shown<std::string> lines_{{}};
 };
 
 // Holds other controls and hides what it lies over.
@@ -38,7 +38,7 @@ private:
     bool IsEmpty() const override { return picture_.Picture.empty(); }
 
     PictureBox& picture_;
-    std::string shown_;
+    Shown<std::string> shown_{{}};
     HBITMAP__* bitmap_ = nullptr;
 };
 

@@ -22,19 +22,15 @@ void Win32TextBox::OnCommand(unsigned notice) {
         return;
     std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(Real())) + 1, L'\0');
     text.resize(static_cast<std::size_t>(GetWindowTextW(Real(), text.data(), static_cast<int>(text.size()))));
-    shown_ = NarrowOf(text);
-    Owner().Do([this](Input& input) { input.Edit(box_, shown_); });
+    shown_.Differs(NarrowOf(text));
+    Owner().Pass([&box = box_, typed = NarrowOf(text)](Input& input) { input.Edit(box, typed); });
 }
 
 void Win32TextBox::SyncContent() {
-    if (shown_ != box_.Text) {
-        shown_ = box_.Text;
-        SetWindowTextW(Real(), SingleLineOf(shown_).c_str());
-    }
-    if (selectRevision_ != box_.SelectRevision) {
-        selectRevision_ = box_.SelectRevision;
+    if (shown_.Differs(box_.Text))
+        SetWindowTextW(Real(), SingleLineOf(box_.Text).c_str());
+    if (selection_.Differs(box_.SelectRevision))
         Send(EM_SETSEL, 0, -1);
-    }
 }
 
 } // namespace tarnwick

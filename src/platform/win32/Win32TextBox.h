@@ -14,8 +14,8 @@ private:
     void SyncContent() override;
 
     TextBox& box_;
-    std::string shown_;
-    unsigned selectRevision_ = 0;
+    Shown<std::string> shown_{{}};
+    Shown<unsigned> selection_{0};
 };
 
 } // namespace tarnwick

@@ -13,8 +13,12 @@ namespace tarnwick {
 
 namespace {
 
-// The state image of a node: 0 none, 1 an empty box, 2 a ticked one.
-UINT StateOf(const Tree::Node& node) { return node.HasCheck ? (node.Check != 0 ? 2U : 1U) : 0U; }
+// The state images of nodes.
+constexpr UINT NoBox = 0;
+constexpr UINT EmptyBox = 1;
+constexpr UINT TickedBox = 2;
+
+UINT StateOf(const Tree::Node& node) { return !node.HasCheck ? NoBox : node.Check == 0 ? EmptyBox : TickedBox; }
 
 } // namespace
 
@@ -63,30 +67,33 @@ void Win32Tree::OnPosted(std::intptr_t what) {
     if (what < 1 || what > static_cast<std::intptr_t>(items_.size()))
         return;
     const int index = static_cast<int>(what);
-    if (RealCheck(index) != tree_.NodeCheck(index))
-        Owner().Do([&](Input& input) { input.Tick(tree_, index); });
+    const std::int32_t real = RealState(index) == TickedBox ? 1 : 0;
+    if (real != tree_.NodeCheck(index))
+        Owner().Pass([&tree = tree_, index](Input& input) { input.Tick(tree, index); });
     // What the model has not taken, and the box that the space bar gives a heading.
     ShowCheck(index);
 }
 
-std::int32_t Win32Tree::RealCheck(int index) const {
-    const auto state = Send(TVM_GETITEMSTATE, reinterpret_cast<WPARAM>(items_[static_cast<std::size_t>(index - 1)]),
-                            TVIS_STATEIMAGEMASK);
-    return (state >> 12) == 2 ? 1 : 0;
+unsigned Win32Tree::RealState(int index) const {
+    return static_cast<unsigned>(Send(TVM_GETITEMSTATE,
+                                      reinterpret_cast<WPARAM>(items_[static_cast<std::size_t>(index - 1)]),
+                                      TVIS_STATEIMAGEMASK)) >>
+           12U;
 }
 
 void Win32Tree::SyncContent() {
-    if (revision_ != tree_.Revision() && tree_.Finished()) {
-        revision_ = tree_.Revision();
-        checkRevision_ = tree_.CheckRevision();
-        ShowNodes();
-    }
-    if (checkRevision_ == tree_.CheckRevision())
+    if (!tree_.Finished())
         return;
-    checkRevision_ = tree_.CheckRevision();
+    const bool checks = checks_.Differs(tree_.CheckRevision());
+    if (nodes_.Differs(tree_.Revision()))
+        ShowNodes();
+    else if (checks)
+        ShowChecks();
+}
+
+void Win32Tree::ShowChecks() const {
     for (int index = 1; index <= static_cast<int>(items_.size()); ++index)
-        if (tree_.NodeAt(index).HasCheck && RealCheck(index) != tree_.NodeCheck(index))
-            ShowCheck(index);
+        ShowCheck(index);
 }
 
 void Win32Tree::ShowNodes() {
@@ -120,12 +127,16 @@ void Win32Tree::AddNode(int index) {
     ShowCheck(index);
 }
 
-void Win32Tree::ShowCheck(int index) {
+// A control may tell of every state that is set, also of one that it has: that must come to an end.
+void Win32Tree::ShowCheck(int index) const {
+    const UINT state = StateOf(tree_.NodeAt(index));
+    if (RealState(index) == state)
+        return;
     TVITEMW item = {};
     item.mask = TVIF_STATE;
     item.hItem = items_[static_cast<std::size_t>(index - 1)];
     item.stateMask = TVIS_STATEIMAGEMASK;
-    item.state = INDEXTOSTATEIMAGEMASK(StateOf(tree_.NodeAt(index)));
+    item.state = INDEXTOSTATEIMAGEMASK(state);
     Send(TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
 }
 

@@ -22,17 +22,18 @@ private:
     void Scale(int dots) override;
     void ShowColors() override;
     void ShowNodes();
+    void ShowChecks() const;
     void AddNode(int index);
-    void ShowCheck(int index);
+    void ShowCheck(int index) const;
     std::intptr_t IndexOf(_TREEITEM* item) const;
     // The node's check as the real tree has it.
-    std::int32_t RealCheck(int index) const;
+    unsigned RealState(int index) const; // its state image
 
     TreeControl& tree_;
     std::vector<_TREEITEM*> items_;     // by index - 1
     std::vector<_TREEITEM*> lastBelow_; // the last node under each, by index; under the top level at 0
-    std::uint64_t revision_ = 0;
-    std::uint64_t checkRevision_ = 0;
+    Shown<std::uint64_t> nodes_;
+    Shown<std::uint64_t> checks_;
     int dots_ = 0;
     _IMAGELIST* boxes_ = nullptr;
 };

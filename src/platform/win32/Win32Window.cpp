@@ -60,11 +60,11 @@ bool IsKey(UINT message) { return message >= WM_KEYFIRST && message <= WM_KEYLAS
 
 } // namespace
 
-Win32Window::Win32Window(Window& window, Win32Pump& pump) : model_(window), input_(window), pump_(pump) {
+Win32Window::Win32Window(Window& window, Win32Pump& pump)
+    : model_(window), input_(std::make_shared<Input>(window)), pump_(pump) {
     RegisterWindowClass();
-    title_ = window.Title;
-    real_ = CreateWindowExW(ExtendedStyleOf(window), WindowClass, SingleLineOf(title_).c_str(), StyleOf(window),
-                            CW_USEDEFAULT, CW_USEDEFAULT, 0, 0, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
+    real_ = CreateWindowExW(ExtendedStyleOf(window), WindowClass, nullptr, StyleOf(window), CW_USEDEFAULT,
+                            CW_USEDEFAULT, 0, 0, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
     SetWindowLongPtrW(real_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
 }
 
@@ -97,7 +97,7 @@ void Win32Window::Build() {
             controls_.push_back(std::move(made));
     }
     // Screen readers go through the windows from the front to the back.
-    const std::vector<const Control*> order = ReadingOrder(model_);
+    const std::vector<const Control*> order = FrontToBack(model_);
     for (auto control = order.rbegin(); control != order.rend(); ++control)
         if (const Win32Control* made = Find(*control))
             SetWindowPos(made->Real(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
@@ -117,10 +117,10 @@ void Win32Window::Place() {
     SetWindowPos(real_, nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     for (const auto& control : controls_) {
         control->Place(dots_);
-        if (const std::string& tip = control->Model().ToolTip; !tip.empty())
+        if (const std::string& tip = *control->Model().ToolTip; !tip.empty())
             toolTips_.Show(real_, control->Real(), tip);
     }
-    SetIcon(real_, icon_, dots_);
+    SetIcon(real_, model_.Icon, dots_);
 }
 
 void Win32Window::Center(HWND__* owner) {
@@ -155,8 +155,8 @@ void Win32Window::Hide() {
 }
 
 void Win32Window::SetEnabled(bool enabled) {
-    if (enabled_ != enabled)
-        EnableWindow(real_, enabled_ = enabled);
+    if (enabled_.Differs(enabled))
+        EnableWindow(real_, enabled);
 }
 
 void Win32Window::Sync() {
@@ -169,24 +169,15 @@ void Win32Window::Sync() {
 }
 
 void Win32Window::SyncFrame() {
-    if (title_ != model_.Title) {
-        title_ = model_.Title;
-        SetWindowTextW(real_, SingleLineOf(title_).c_str());
-    }
-    if (icon_ != model_.Icon) {
-        icon_ = model_.Icon;
-        SetIcon(real_, icon_, dots_);
-    }
-    if (!(backColor_ == model_.BackColor) || edge_ != model_.Edge) {
-        backColor_ = model_.BackColor;
-        edge_ = model_.Edge;
+    if (title_.Differs(model_.Title))
+        SetWindowTextW(real_, SingleLineOf(model_.Title).c_str());
+    if (icon_.Differs(model_.Icon))
+        SetIcon(real_, model_.Icon, dots_);
+    if (ground_.Differs({model_.BackColor, model_.Edge}))
         InvalidateRect(real_, nullptr, TRUE);
-    }
-    if (topMost_ != model_.TopMost) {
-        topMost_ = model_.TopMost;
-        SetWindowPos(real_, topMost_ ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0,
+    if (topMost_.Differs(model_.TopMost))
+        SetWindowPos(real_, model_.TopMost ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0,
                      SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-    }
 }
 
 const Control* Win32Window::Focused() const {
@@ -196,10 +187,8 @@ const Control* Win32Window::Focused() const {
 
 // The focus moves where the program asks for it, and away from what the user can't reach any more.
 void Win32Window::SyncFocus() {
-    if (focusRevision_ != model_.FocusRevision) {
-        focusRevision_ = model_.FocusRevision;
+    if (focusRequest_.Differs(model_.FocusRevision))
         lastFocus_ = model_.FocusRequest;
-    }
     if (Control* wanted = FocusAfter(model_, lastFocus_); wanted != nullptr && wanted != Focused())
         SetFocus(*wanted);
     ShowDefaultButton();
@@ -253,9 +242,8 @@ bool Win32Window::OnKey(const tagMSG& message) {
             SendMessageW(Find(effect.Focus)->Real(), EM_SETSEL, 0, -1);
     }
     if (effect.Press != nullptr)
-        Do([&](Input& input) {
-            input.Release(nullptr);
-            input.Click(*effect.Press, Find(effect.Press)->Shown());
+        Pass([&control = *effect.Press, shown = Find(effect.Press)->SeenCaption()](Input& input) {
+            input.PressAndClick(control, shown);
         });
     if (effect.OpenMenu != nullptr)
         Find(effect.OpenMenu)->OpenMenuByKey();
@@ -271,13 +259,13 @@ void Win32Window::OnMouse(const tagMSG& message) {
     Control* control = ControlAt(model_, x, y);
     const bool onLabel = control != nullptr && control->Kind == ControlKind::Label;
     if (message.message == WM_MOUSEMOVE)
-        Do([&](Input& input) { input.MoveMouse(x, y); });
+        Pass([x, y](Input& input) { input.MoveMouse(x, y); });
     else if (message.message == WM_LBUTTONDOWN && onLabel)
-        Do([&](Input& input) { input.Press(*control, control->Caption); });
+        Pass([control](Input& input) { input.Press(*control, control->Caption); });
     else if (message.message == WM_LBUTTONDOWN)
-        input_.Release(nullptr);
+        input_->Release(nullptr);
     else if (onLabel)
-        Do([&](Input& input) { input.Release(control); });
+        Pass([control](Input& input) { input.Release(control); });
 }
 
 // The common controls learn of new colours from their window.
@@ -334,8 +322,13 @@ std::intptr_t Win32Window::OnMessage(unsigned message, std::uintptr_t first, std
     case WM_SETFOCUS:
         OnActivation(true);
         return 0;
+    // A tap on Alt or F10 asks for the menu bar, which no window has; the system would wait in a loop for the next key.
+    case WM_SYSCOMMAND:
+        if ((first & 0xFFF0U) == SC_KEYMENU && second == 0)
+            return 0;
+        break;
     case WM_CLOSE:
-        Do([](Input& input) { input.Close(); });
+        Pass([](Input& input) { input.Close(); });
         return 0;
     case ScaledSizeMessage: {
         const auto [width, height] = SizeAt(static_cast<int>(first));

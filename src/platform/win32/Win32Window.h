@@ -6,6 +6,7 @@
 #include "platform/win32/Win32Pump.h"
 #include "platform/win32/Win32ToolTips.h"
 #include "window/Input.h"
+#include "window/Shown.h"
 
 #include <memory>
 #include <string>
@@ -45,10 +46,14 @@ public:
     bool Filter(const tagMSG& message);
 
     // What real windows report while fields are written into them is no input.
-    bool IsEcho() const { return pump_.Syncing(); }
-    // What a person does.
-    template <class Gesture> void Do(Gesture&& gesture) {
-        pump_.Handle([&] { gesture(input_); });
+    bool IsEcho() const { return pump_.State().Syncing(); }
+    // Hands what the user does to the model, which decides what follows: at once, or later while the program only
+    // paints, so that `act` holds no reference to what may have gone by then. The window's controls stay until then.
+    template <class Act> void Pass(Act act) {
+        pump_.Handle([window = std::weak_ptr(input_), act = std::move(act)] {
+            if (const std::shared_ptr<Input> input = window.lock())
+                act(*input);
+        });
     }
 
     // Where the next pop-up menu opens, in pixels of the screen.
@@ -79,7 +84,7 @@ private:
 
     Window& model_;
     std::shared_ptr<Window> kept_;
-    Input input_;
+    std::shared_ptr<Input> input_;
     Win32Pump& pump_;
     HWND__* real_ = nullptr;
     Win32ToolTips toolTips_;
@@ -89,14 +94,13 @@ private:
     const Control* lastFocus_ = nullptr; // had the focus last
 
     // As last shown.
-    std::string title_;
-    std::string icon_;
-    Color backColor_;
-    int edge_ = 0;
-    bool topMost_ = false;
-    unsigned focusRevision_ = 0;
+    Shown<std::string> title_;
+    Shown<std::string> icon_{{}};
+    Shown<std::pair<Color, int>> ground_; // its colour and its edge
+    Shown<bool> topMost_{false};
+    Shown<unsigned> focusRequest_{0};
     bool shown_ = false;
-    bool enabled_ = true;
+    Shown<bool> enabled_{true};
 };
 
 } // namespace tarnwick

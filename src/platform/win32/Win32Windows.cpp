@@ -50,19 +50,13 @@ Win32Windows::Win32Windows(ClockService& clock)
 }
 
 void Win32Windows::Run() {
-    while (!pump_.Ended())
-        pump_.WaitForEvents();
+    while (pump_.WaitForEvents()) {
+    }
 }
 
 Win32Window* Win32Windows::Find(const Window& window) const {
     const auto found = std::ranges::find_if(windows_, [&](const auto& real) { return &real->Model() == &window; });
     return found == windows_.end() ? nullptr : found->get();
-}
-
-HWND__* Win32Windows::RealOf(const Window& window, const Control& control) const {
-    const Win32Window* real = Find(window);
-    const Win32Control* made = real == nullptr ? nullptr : real->Find(&control);
-    return made == nullptr ? nullptr : made->Real();
 }
 
 WindowHandle Win32Windows::Open(Window& window) {
@@ -110,7 +104,7 @@ void Win32Windows::Sync() {
         if (!real->Model().IsBehindModal() && real.get() != boxOwner_)
             real->SetEnabled(true);
     for (const auto& real : windows_) {
-        if (!real->Model().IsVisible() || pump_.Ended())
+        if (!real->Model().IsVisible() || HasEnded())
             continue;
         if (real->IsShown()) {
             real->Sync();
@@ -121,7 +115,7 @@ void Win32Windows::Sync() {
         real->Show(isModal && !real->Model().IsBehindModal() ? Front() : nullptr);
     }
     for (const auto& real : windows_)
-        if (real->IsShown() && (!real->Model().IsVisible() || pump_.Ended()))
+        if (real->IsShown() && (!real->Model().IsVisible() || HasEnded()))
             real->Hide();
     for (const auto& real : gone_)
         if (real->IsShown())
@@ -129,7 +123,7 @@ void Win32Windows::Sync() {
     for (const auto& real : windows_)
         if (real->Model().IsBehindModal() && real.get() != boxOwner_ && !opensBox_)
             real->SetEnabled(false);
-    if (pump_.Idle() && boxOwner_ == nullptr)
+    if (pump_.State().Idle() && boxOwner_ == nullptr)
         gone_.clear();
 }
 
@@ -138,10 +132,8 @@ bool Win32Windows::Filter(const tagMSG& message) {
     return window != nullptr && window->Filter(message);
 }
 
-MessageAnswer Win32Windows::ShowMessage(const std::string& text, const std::string& title, MessageIcon icon,
-                                        MessageButtons buttons) {
-    if (pump_.Ended())
-        return buttons == MessageButtons::Ok ? MessageAnswer::Ok : MessageAnswer::No;
+MessageAnswer Win32Windows::RunMessageBox(const std::string& text, const std::string& title, MessageIcon icon,
+                                          MessageButtons buttons) {
     // The window in front gets the box; the system disables it, and gives it the focus back only then.
     opensBox_ = true;
     pump_.Prepare();
@@ -159,9 +151,9 @@ MessageAnswer Win32Windows::ShowMessage(const std::string& text, const std::stri
     return answer == IDYES ? MessageAnswer::Yes : MessageAnswer::No;
 }
 
-const MenuEntry* Win32Windows::PopUp(const Menu& menu, Window& window) {
+const MenuEntry* Win32Windows::RunMenu(const Menu& menu, Window& window) {
     const Win32Window* real = Find(window);
-    if (real == nullptr || pump_.Ended())
+    if (real == nullptr)
         return nullptr;
     pump_.Prepare();
     const HMENU made = MakeMenu(menu);
@@ -169,7 +161,7 @@ const MenuEntry* Win32Windows::PopUp(const Menu& menu, Window& window) {
     const int chosen =
         TrackPopupMenu(made, TPM_RETURNCMD | TPM_NONOTIFY | TPM_RIGHTBUTTON, x, y, 0, real->Real(), nullptr);
     DestroyMenu(made);
-    return chosen > 0 && !pump_.Ended() ? menu.Entries[static_cast<std::size_t>(chosen - 1)] : nullptr;
+    return chosen > 0 ? menu.Entries[static_cast<std::size_t>(chosen - 1)] : nullptr;
 }
 
 PreviousProcedure Win32Windows::InstallProcedure(WindowHandle window, WindowProcedure procedure) {

@@ -15,17 +15,15 @@ public:
 
     // The event loop of the program; returns after End().
     void Run();
-    // The real window of a control that has been shown; nullptr when it has none.
-    HWND__* RealOf(const Window& window, const Control& control) const;
 
     WindowHandle Open(Window& window) override;
     void Show(Window& window) override;
     void ShowModal(Window& window) override;
     void Hide(Window& window) override;
     void Discard(Window& window) override;
-    MessageAnswer ShowMessage(const std::string& text, const std::string& title, MessageIcon icon,
-                              MessageButtons buttons) override;
-    const MenuEntry* PopUp(const Menu& menu, Window& window) override;
+    MessageAnswer RunMessageBox(const std::string& text, const std::string& title, MessageIcon icon,
+                                MessageButtons buttons) override;
+    const MenuEntry* RunMenu(const Menu& menu, Window& window) override;
     PreviousProcedure InstallProcedure(WindowHandle window, WindowProcedure procedure) override;
     void RestoreProcedure(WindowHandle window, PreviousProcedure previous) override;
     std::int32_t CallProcedure(PreviousProcedure previous, WindowHandle window, std::uint32_t message,
@@ -36,6 +34,7 @@ public:
         pump_.PaintUntil(isDone, ms);
     }
     void End() override;
+    bool HasEnded() const override { return pump_.State().Ended(); }
 
 private:
     void Sync();
