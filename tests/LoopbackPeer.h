@@ -26,7 +26,7 @@ public:
         address_ = {AF_INET, own.sin_port, htonl(INADDR_LOOPBACK), {}};
     }
     ~LoopbackPeer() {
-        Hang();
+        HangUp();
         closesocket(listener_);
     }
     LoopbackPeer(const LoopbackPeer&) = delete;
@@ -36,23 +36,23 @@ public:
     AddressRecord Refusing() const { return {AF_INET, address_.Port, htonl(INADDR_LOOPBACK + 1), {}}; }
 
     void Accept() {
-        Hang();
+        HangUp();
         connection_ = accept(listener_, nullptr, nullptr);
     }
-    void Say(const std::string& text) const {
+    void Send(const std::string& text) const {
         EXPECT_GT(send(connection_, text.data(), static_cast<socklen_t>(text.size()), 0), 0);
     }
     // What arrives next.
-    std::string Hear() const {
+    std::string Receive() const {
         char bytes[100] = {};
         EXPECT_GT(recv(connection_, bytes, sizeof bytes - 1, 0), 0);
         return bytes;
     }
-    void Hang() { closesocket(std::exchange(connection_, None)); }
+    void HangUp() { closesocket(std::exchange(connection_, None)); }
     void Reset() {
         const linger drop = {1, 0};
         setsockopt(connection_, SOL_SOCKET, SO_LINGER, reinterpret_cast<const char*>(&drop), sizeof drop);
-        Hang();
+        HangUp();
     }
 
 private:

@@ -80,7 +80,7 @@ TEST_F(AvailabilityTest, EveryEnding) {
                           {Host{.Closes = true}, "Checking document...", "", ""},
                           {Host{.Refuses = true}, "Connection error", "Connection error", "CatchConnerr"},
                           {Host{}, "Timed out", "Timed out", "CatchTimedout"},
-                          {Host{.NeverStands = true}, "Timed out", "Timed out", "CatchTimedout"},
+                          {Host{.NeverConnects = true}, "Timed out", "Timed out", "CatchTimedout"},
                           {std::nullopt, "Unable to connect", "Unable to connect", "CatchUnabled"}};
     machine.Favorites.AddShortcut("Work\\Site.url", "http://host/x");
     StartProgram();

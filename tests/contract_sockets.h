@@ -3,7 +3,7 @@
 // What sockets do on every machine, the one in memory included.
 //
 // A machine for this suite is in use while it lives, and has a peer: `Address()` of one that listens, `Refusing()` of
-// one that doesn't; `Accept()`, `Say(text)`, `Hear()`, `Hang()` (closes the connection), `Reset()` (drops it).
+// one that doesn't; `Accept()`, `Send(text)`, `Receive()`, `HangUp()` (closes the connection), `Reset()` (drops it).
 
 #include "services/Services.h"
 #include "window/Window.h"
@@ -18,7 +18,7 @@
 namespace tarnwick::test {
 
 constexpr std::uint32_t SocketMessage = 1025;
-constexpr std::int32_t Read = 1, Write = 2, Connect = 16, Close = 32;
+using namespace SocketEvent;
 
 using Events = std::vector<std::array<std::int32_t, 3>>; // socket, kind, error
 
@@ -47,14 +47,14 @@ protected:
                     SocketOwner::Got.push_back({first, second & 0xFFFF, second >> 16});
                 return std::int32_t{0};
             });
-        EXPECT_EQ(Sockets().Startup(257), 0);
+        EXPECT_EQ(Sockets().Startup(WinsockVersion), 0);
     }
 
     SocketNumber Start(const AddressRecord& address) {
-        const SocketNumber number = Sockets().Open(2, 1, 6);
+        const SocketNumber number = Sockets().Open(FamilyInternet, TypeStream, ProtocolTcp);
         EXPECT_GT(number, 0);
-        EXPECT_EQ(Sockets().SetOption(number, 65535, 128, {1, 0}), 0);
-        EXPECT_EQ(Sockets().AsyncSelect(number, owner->Handle(), SocketMessage, 51), 0);
+        EXPECT_EQ(Sockets().SetOption(number, LevelSocket, OptionLinger, {1, 0}), 0);
+        EXPECT_EQ(Sockets().AsyncSelect(number, owner->Handle(), SocketMessage, All), 0);
         EXPECT_EQ(Sockets().Connect(number, address), -1);
         EXPECT_EQ(SocketOwner::Got, Events{}) << "from within a call";
         return number;
@@ -95,14 +95,14 @@ TYPED_TEST_SUITE_P(SocketContract);
 TYPED_TEST_P(SocketContract, AReplyIsReadBitByBitAndTheCloseComesLast) {
     const SocketNumber number = this->StartConnected();
     EXPECT_EQ(Sockets().Send(number, "GET"), 3);
-    EXPECT_EQ(this->machine.Hear(), "GET");
-    this->machine.Say("abc");
+    EXPECT_EQ(this->machine.Receive(), "GET");
+    this->machine.Send("abc");
     EXPECT_EQ(this->Next(1), (Events{{number, Read, 0}}));
     EXPECT_EQ(Receive(number, 3), "abc");
     EXPECT_EQ(this->Next(1, 30), Events{}) << "all has been read";
-    this->machine.Say("abcdefgh");
+    this->machine.Send("abcdefgh");
     EXPECT_EQ(this->Next(1), (Events{{number, Read, 0}}));
-    this->machine.Hang();
+    this->machine.HangUp();
     EXPECT_EQ(this->Next(1, 30), Events{}) << "one READ until Receive(), no CLOSE before it";
     EXPECT_EQ(Receive(number, 3), "abc");
     EXPECT_EQ(this->Next(1), (Events{{number, Read, 0}}));
@@ -114,13 +114,14 @@ TYPED_TEST_P(SocketContract, AReplyIsReadBitByBitAndTheCloseComesLast) {
 TYPED_TEST_P(SocketContract, OnlyAConnectionThatCanNotBeFails) {
     AddressRecord nobody = this->machine.Address();
     nobody.Address = 0; // on Linux, by itself, this machine
-    for (const auto& [address, error] : {std::pair{this->machine.Refusing(), 10061}, {nobody, 10049}}) {
+    for (const auto& [address, error] : {std::pair{this->machine.Refusing(), SocketError::ConnectionRefused},
+                                         {nobody, SocketError::AddressNotAvailable}}) {
         const SocketNumber number = this->Start(address);
         this->ExpectLast({{number, Connect, error}});
         EXPECT_EQ(Sockets().Send(number, "x"), -1);
     }
     const SocketNumber closed = this->StartAccepted();
-    this->machine.Hang();
+    this->machine.HangUp();
     this->ExpectLast({{closed, Connect, 0}, {closed, Write, 0}, {closed, Close, 0}});
     this->StartConnected();
     this->machine.Reset();
@@ -131,11 +132,11 @@ TYPED_TEST_P(SocketContract, OnlyAConnectionThatCanNotBeFails) {
 
 TYPED_TEST_P(SocketContract, NothingOfAClosedSocketArrives) {
     const SocketNumber number = this->StartConnected();
-    this->machine.Say("late");
+    this->machine.Send("late");
     this->machine.Settle();
     EXPECT_EQ(Sockets().Close(number), 0);
     EXPECT_EQ(this->Next(1, 30), Events{});
-    this->machine.Hang();
+    this->machine.HangUp();
     const SocketNumber next = this->StartAccepted();
     this->ExpectLast({{next, Connect, 0}, {next, Write, 0}});
     for (const SocketNumber none : {number == next ? -1 : number, 0, -1, 32000}) {

@@ -25,10 +25,10 @@ struct HeadlessSocketMachine : HeadlessPlatform {
     AddressRecord Refusing() { return Address("refusing"); }
 
     void Accept() {}
-    void Say(const std::string& text) { Sockets.Deliver(text); }
-    std::string Hear() const { return Sockets.Connections.back().Sent; }
-    void Hang() { Sockets.Hang(); }
-    void Reset() { Sockets.Hang(10054); }
+    void Send(const std::string& text) { Sockets.Deliver(text); }
+    std::string Receive() const { return Sockets.Connections.back().Sent; }
+    void HangUp() { Sockets.HangUp(); }
+    void Reset() { Sockets.HangUp(SocketError::ConnectionReset); }
     void Settle() {}
 };
 

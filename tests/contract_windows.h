@@ -65,10 +65,8 @@ public:
         Tree1.Check = [this](int node, int value) { Write("Check", 100 * node + 10 * value + Tree1.NodeCheck(node)); };
         for (const char* column : {"Name", "Hidden", "Folder"})
             Grid1.AddColumn(column, 90, *column != 'H');
-        for (const char* name : {"c", "b", "a"}) {
-            Grid1.AddRow();
-            Grid1.SetCellText(Grid1.RowCount(), 1, name);
-        }
+        for (const char* name : {"c", "b", "a"})
+            Grid1.AddRow(Grid1.AddRecord({name}));
         Grid1.HeaderClick = [this](int column) { Write("Header", column); };
         Grid1.MouseButton = [this](int button, int, int, int) { Write("Button", button); };
     }

@@ -42,18 +42,18 @@ TEST_F(PosixSocketsTest, AResetThatACallMeetsFirstIsStillSaidByTheClose) {
         for (int again = 0; sends && again < 2; ++again) // the second time the system would send a signal
             EXPECT_EQ(Sockets().Send(number, "x"), -1);
         EXPECT_EQ(sends ? "failed" : Receive(number), "failed");
-        ExpectLast({{number, Close, 10054}});
+        ExpectLast({{number, Close, SocketError::ConnectionReset}});
     }
     const SocketNumber early = StartAccepted();
     machine.Reset();
     EXPECT_EQ(Sockets().Send(early, "x"), -1);
-    ExpectLast({{early, Connect, 0}, {early, Write, 0}, {early, Close, 10054}});
+    ExpectLast({{early, Connect, 0}, {early, Write, 0}, {early, Close, SocketError::ConnectionReset}});
     const SocketNumber number = StartConnected();
-    machine.Say("abc");
+    machine.Send("abc");
     machine.Reset();
     EXPECT_EQ(Next(1), (Events{{number, Read, 0}}));
     EXPECT_EQ(Receive(number), "abc");
-    ExpectLast({{number, Close, 10054}});
+    ExpectLast({{number, Close, SocketError::ConnectionReset}});
 }
 
 TEST_F(PosixSocketsTest, NothingIsHeardOfASilentOrForeignSocketAndOfACopyInAChild) {
@@ -65,18 +65,18 @@ TEST_F(PosixSocketsTest, NothingIsHeardOfASilentOrForeignSocketAndOfACopyInAChil
     EXPECT_EQ(Sockets().Close(copy), -1);
     EXPECT_EQ(Sockets().Send(copy, "x"), -1);
     EXPECT_EQ(Receive(copy), "failed");
-    EXPECT_EQ(Sockets().AsyncSelect(copy, owner->Handle(), SocketMessage, 51), -1);
+    EXPECT_EQ(Sockets().AsyncSelect(copy, owner->Handle(), SocketMessage, All), -1);
     EXPECT_EQ(Sockets().Connect(copy, {}), -1);
     LingerRecord record;
     std::int32_t length = 0;
-    EXPECT_EQ(Sockets().SetOption(copy, 65535, 128, {1, 0}), -1);
-    EXPECT_EQ(Sockets().GetOption(copy, 65535, 128, record, length), -1);
+    EXPECT_EQ(Sockets().SetOption(copy, LevelSocket, OptionLinger, {1, 0}), -1);
+    EXPECT_EQ(Sockets().GetOption(copy, LevelSocket, OptionLinger, record, length), -1);
     EXPECT_EQ(Sockets().Close(number), 0);
     EXPECT_NE(fcntl(copy, F_GETFD), -1);
-    machine.Say("x");
+    machine.Send("x");
     EXPECT_EQ(Next(1, 30), Events{});
     EXPECT_EQ(StartConnected(), number) << "the old one's peer hangs up meanwhile";
-    machine.Say("x");
+    machine.Send("x");
     while (SocketOwner::Got.empty() && machine.Clock.Now() - start < 20000)
         services().Windows.PumpEvents(); // never waits
     EXPECT_EQ(std::exchange(SocketOwner::Got, {}), (Events{{number, Read, 0}}));
@@ -107,11 +107,11 @@ TEST_F(PosixSocketsTest, NumbersOfWindowsAreTranslatedAndOthersFail) {
     EXPECT_EQ(fcntl(number, F_GETFD), FD_CLOEXEC);
     LingerRecord record = {9, 9};
     std::int32_t length = 0;
-    EXPECT_EQ(Sockets().SetOption(number, 65535, 128, {1, 7}), 0);
-    EXPECT_EQ(Sockets().GetOption(number, 65535, 128, record, length), 0);
+    EXPECT_EQ(Sockets().SetOption(number, LevelSocket, OptionLinger, {1, 7}), 0);
+    EXPECT_EQ(Sockets().GetOption(number, LevelSocket, OptionLinger, record, length), 0);
     EXPECT_TRUE(record.OnOff == 1 && record.Seconds == 7 && length == 4);
-    EXPECT_EQ(Sockets().SetOption(number, SOL_SOCKET, 128, {1, 0}), -1);
-    EXPECT_EQ(Sockets().GetOption(number, 65535, SO_LINGER, record, length), -1);
+    EXPECT_EQ(Sockets().SetOption(number, SOL_SOCKET, OptionLinger, {1, 0}), -1);
+    EXPECT_EQ(Sockets().GetOption(number, LevelSocket, SO_LINGER, record, length), -1);
     EXPECT_EQ(Sockets().Startup(0), 10092);
     EXPECT_EQ(Sockets().Cleanup(), 0);
     EXPECT_EQ(fcntl(number, F_GETFD), -1) << "the end of the network section closes what is open";

@@ -123,7 +123,7 @@ TEST_F(ProbeTest, RaisesTheEventsOfItsSocketAlone) {
     connect("silent.example");
     machine.Windows.PumpEvents();
     machine.Sockets.Deliver("abc");
-    machine.Sockets.Notify(WinsockAPI::EventClose);
+    machine.Sockets.Notify(SocketEvent::Close);
     machine.Windows.PumpEvents();
     EXPECT_EQ(events, (Strings{"accept 3", "connect", "receive abc", "disconnect"}));
     EXPECT_EQ(Socket().SocketHandle(), 0);
@@ -139,7 +139,7 @@ TEST_F(ProbeTest, RaisesTheEventsOfItsSocketAlone) {
     Socket().SOCKET_DISCONNECT(Form2->Handle());
     machine.Windows.PumpEvents();
     connect("silent.example");
-    machine.Loop.Post({Form2->Handle(), WinsockAPI::SocketMessage, first, WinsockAPI::EventConnect}); // of the old one
+    machine.Loop.Post({Form2->Handle(), WinsockAPI::SocketMessage, first, SocketEvent::Connect}); // of the old one
     machine.Windows.PumpEvents();
     EXPECT_EQ(events, Strings{"connect"});
 }
@@ -159,7 +159,7 @@ TEST_F(ProbeTest, OtherMessagesReachTheWindowsOwnProcedure) {
     machine.Loop.Post({Form2->Handle(), 1024, 0, 0});
     machine.Windows.PumpEvents();
     // Posted while the engine's procedure was installed, taken out after it was restored.
-    machine.Loop.Post({Form2->Handle(), WinsockAPI::SocketMessage, 1, WinsockAPI::EventConnect});
+    machine.Loop.Post({Form2->Handle(), WinsockAPI::SocketMessage, 1, SocketEvent::Connect});
     Socket().SOCKET_DISCONNECT(Form2->Handle());
     machine.Windows.PumpEvents();
     EXPECT_EQ(seen, (std::vector<std::uint32_t>{1024, WinsockAPI::SocketMessage}));

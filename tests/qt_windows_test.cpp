@@ -196,8 +196,9 @@ TEST_F(QtWindowsTest, ShowsDataAsPlainTextEverywhere) {
     Show();
     w.Frame1.Caption = w.Title = Markup;
     w.Label2.Caption = "a\r\nb";
-    w.Grid1.SetCellText(1, 1, Markup);
-    w.Grid1.SetCellText(2, 1, "<i>" + std::string(100, 'x'));
+    w.Grid1.ClearRows();
+    for (const std::string& text : {Markup, "<i>" + std::string(100, 'x'), std::string("a")})
+        w.Grid1.AddRow(w.Grid1.AddRecord({text}));
     w.Tree1.AddCheckNode(1, Markup);
     p.Settle();
     w.Tree1.SetNodeCheck(2, 1);
@@ -257,7 +258,7 @@ TEST_F(QtWindowsTest, AGridTakesButtonsAndKeysAndFollowsItsRows) {
         EXPECT_EQ(w.Grid1.SelectedRow, 2) << "the row that the keyboard is at";
     }
     QSignalSpy redrawn(grid.model(), &QAbstractItemModel::dataChanged);
-    w.Grid1.SetCellText(1, 3, "here");
+    w.Grid1.Sort(1);
     p.Settle();
     ASSERT_EQ(redrawn.count(), 1);
     EXPECT_EQ(redrawn[0][1].toModelIndex(), grid.model()->index(2, 1));
@@ -434,8 +435,8 @@ TEST_F(QtWindowsTest, WaitShowsWhatHasChangedAndReturnsForATick) {
         services().Windows.PaintUntil([](std::int64_t) { return false; }, 50);
         EXPECT_GE(services().Clock.Now() - start, 49);
         PosixSockets& sockets = person.Machine.Sockets;
-        const SocketNumber socket = sockets.Open(2, 1, 6);
-        sockets.AsyncSelect(socket, w.Handle(), 1025, 51);
+        const SocketNumber socket = sockets.Open(FamilyInternet, TypeStream, ProtocolTcp);
+        sockets.AsyncSelect(socket, w.Handle(), 1025, SocketEvent::All);
         sockets.Connect(socket, {2, sockets.HostToNetwork(1), 0x0100007F, {}}); // refused
     });
     QTimer::singleShot(20000, RealOf(w), &QCoreApplication::quit);

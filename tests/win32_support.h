@@ -46,7 +46,7 @@ public:
     TemporaryHome(const TemporaryHome&) = delete;
     TemporaryHome& operator=(const TemporaryHome&) = delete;
 
-    std::string Path() const { return NarrowOf(path_.wstring()); }
+    std::string Path() const { return Utf8Of(path_.wstring()); }
     // As the system takes a path that may be long.
     std::filesystem::path operator/(const std::string& name) const {
         return LR"(\\?\)" + path_.wstring() + L"\\" + WideOf(name);

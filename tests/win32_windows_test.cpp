@@ -52,7 +52,7 @@ public:
         ClickAt(real, place.x, place.y);
     }
     void MoveMouse(int x, int y) override {
-        Post(WM_MOUSEMOVE, Form(), PixelsOf(x, DotsOf(Form())), PixelsOf(y, DotsOf(Form())));
+        Post(WM_MOUSEMOVE, Form(), PixelsOf(x, DpiOf(Form())), PixelsOf(y, DpiOf(Form())));
     }
     void Type(const KeyPress& key) override {
         const HWND target = GetFocus() == nullptr ? Form() : GetFocus();
@@ -193,12 +193,13 @@ protected:
 };
 
 TEST_F(Win32WindowsTest, ShowsDataAsPlainTextAndACutCellWholeAsItsToolTip) {
+    const std::string markup = "<b>R&D</b>\t&x\r\n\xC2\xA9";
+    w.Grid1.ClearRows();
+    w.Grid1.AddRow(w.Grid1.AddRecord({markup, "", std::string(5000, 'x')}));
     for (int i = 0; i < 1000000; ++i)
         w.Grid1.AddRow(); // no more work than a few
     Show();
-    w.Title = w.Frame1.Caption = "<b>R&D</b>\t&x\r\n\xC2\xA9";
-    w.Grid1.SetCellText(1, 1, w.Title);
-    w.Grid1.SetCellText(1, 3, std::string(5000, 'x'));
+    w.Title = w.Frame1.Caption = markup;
     p.Settle();
     EXPECT_EQ(person.TextOf(Form()), "<b>R&D</b> &x \xC2\xA9");
     EXPECT_EQ(p.Text(w.Frame1), "<b>R&&D</b> &&x \xC2\xA9");
@@ -211,7 +212,7 @@ TEST_F(Win32WindowsTest, ShowsDataAsPlainTextAndACutCellWholeAsItsToolTip) {
     }
     RECT place;
     GetClientRect(Form(), &place);
-    EXPECT_EQ(place.right, PixelsOf(6000, DotsOf(Form())));
+    EXPECT_EQ(place.right, PixelsOf(6000, DpiOf(Form())));
     for (const int row : {0, 1}) {
         ListView_GetItemRect(Real(w.Grid1), row, &place, LVIR_BOUNDS);
         SendMessageW(Real(w.Grid1), WM_MOUSEMOVE, 0, MAKELPARAM(place.left + 130, place.top + 5));
@@ -290,17 +291,17 @@ TEST_F(Win32WindowsTest, FollowsItsFrameAndPaintsItsGroundWhereItIsAsked) {
 
 TEST_F(Win32WindowsTest, FollowsScaleAndColours) {
     Show();
-    const int dots = DotsOf(Form());
+    const int dpi = DpiOf(Form());
     RECT place;
     GetWindowRect(Form(), &place);
-    SendMessageW(Form(), WM_DPICHANGED, MAKEWPARAM(dots * 2, dots * 2), reinterpret_cast<LPARAM>(&place));
+    SendMessageW(Form(), WM_DPICHANGED, MAKEWPARAM(dpi * 2, dpi * 2), reinterpret_cast<LPARAM>(&place));
     GetClientRect(Real(w.Text1), &place);
-    EXPECT_GE(place.right, PixelsOf(600, dots) * 2 - 4);
+    EXPECT_GE(place.right, PixelsOf(600, dpi) * 2 - 4);
     LOGFONTW font;
     GetObjectW(reinterpret_cast<HFONT>(SendMessageW(Real(w.Label1), WM_GETFONT, 0, 0)), sizeof font, &font);
     EXPECT_EQ(font.lfHeight, -22);
     EXPECT_EQ(ListView_GetColumnWidth(Real(w.Grid1), 0), 180);
-    EXPECT_EQ(ToolTipEnd(Form(), reinterpret_cast<UINT_PTR>(Real(w.Label1))), PixelsOf(1500, dots) * 2);
+    EXPECT_EQ(ToolTipEnd(Form(), reinterpret_cast<UINT_PTR>(Real(w.Label1))), PixelsOf(1500, dpi) * 2);
     int box[2] = {};
     ImageList_GetIconSize(TreeView_GetImageList(Real(w.Tree1), TVSIL_STATE), &box[0], &box[1]);
     EXPECT_EQ(box[1], 32);

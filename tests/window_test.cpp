@@ -34,8 +34,8 @@ TEST_F(WindowTest, AGridSortsRegardlessOfCaseKeepsItsSelectionAndTellsOfEveryCha
     for (const std::string cells : {"b1", "A2", "B3"}) {
         grid.AddRow();
         shows(all);
-        grid.SetCellText(grid.RowCount(), 1, cells.substr(0, 1));
-        grid.SetCellText(grid.RowCount(), 2, cells.substr(1));
+        grid.RemoveRow(grid.RowCount());
+        grid.AddRow(grid.AddRecord({cells.substr(0, 1), cells.substr(1)}));
         shows(all += cells);
     }
     grid.SelectedRow = 3;

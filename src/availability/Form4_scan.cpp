@@ -3,6 +3,7 @@
 #include "availability/Form4.h"
 #include "favorites/Folders.h"
 #include "favorites/Shortcut.h"
+#include "probe/WinsockAPI.h"
 #include "report/Form5.h"
 #include "shell/Form2.h"
 #include "shell/Preferences.h"
@@ -19,12 +20,12 @@ namespace {
 
 constexpr std::int32_t LargestPort = 65534;
 
-// The port as it goes through 16 signed bits; -1, which the engine can't start, for a text that is no usable port.
+// The port as it goes through 16 signed bits.
 std::int16_t PortNumber(const std::string& text) {
     if (text.empty())
         return 80;
     const auto port = NumberFromText(text);
-    return port && *port >= 1 && *port <= LargestPort ? static_cast<std::int16_t>(*port) : std::int16_t{-1};
+    return port && *port >= 1 && *port <= LargestPort ? static_cast<std::int16_t>(*port) : WinsockAPI::NoPort;
 }
 
 bool IsDotName(const std::string& name) { return name == "." || name == ".."; }

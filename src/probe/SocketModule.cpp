@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::size_t ReadBufferSize = 16364; // bytes of a reply that are looked at
 
-// One read a notification: a further chunk brings a further one.
+// One read per notification: a further chunk brings a further one.
 void Read() {
     std::string buffer(ReadBufferSize, '\0');
     const std::int32_t count = services().Sockets.Receive(SocketHandle, buffer);
@@ -24,7 +24,7 @@ void Read() {
     Instance->SOCKET_RAISEEVENT(2, 0, buffer);
 }
 
-void ConnectionStood(std::int16_t error) {
+void OnConnected(std::int16_t error) {
     if (error != 0) {
         Instance->SOCKET_SETERROR(error);
         return;
@@ -52,13 +52,13 @@ std::int32_t SocketWindowProc(WindowHandle window, std::uint32_t message, std::i
     if (first != SocketHandle)
         return 0;
     switch (LowWord(second)) {
-    case WinsockAPI::EventRead:
+    case SocketEvent::Read:
         Read();
         break;
-    case WinsockAPI::EventConnect:
-        ConnectionStood(HighWord(second));
+    case SocketEvent::Connect:
+        OnConnected(HighWord(second));
         break;
-    case WinsockAPI::EventClose:
+    case SocketEvent::Close:
         PeerClosed(window);
         break;
     default:

@@ -12,8 +12,6 @@ using namespace SocketModule;
 
 namespace {
 
-constexpr std::uint16_t WinsockVersion = 0x0101; // Windows Sockets 1.1
-
 constexpr std::int64_t LongestLookUp = 10000; // ms, where no link's time-out bounds it
 
 // The engine keeps a handle in 16 signed bits; a socket beyond that is closed and counts as not started.

@@ -9,19 +9,12 @@ namespace tarnwick::WinsockAPI {
 
 namespace {
 
-// Windows Sockets 1.1, winsock.h.
-constexpr std::int32_t FamilyInternet = 2;   // AF_INET
-constexpr std::int32_t TypeStream = 1;       // SOCK_STREAM
-constexpr std::int32_t ProtocolTcp = 6;      // IPPROTO_TCP
-constexpr std::int32_t LevelSocket = 65535;  // SOL_SOCKET
-constexpr std::int32_t OptionLinger = 128;   // SO_LINGER
-constexpr std::int32_t ConnectUnderWay = -1; // a non-blocking connect says so by failing
-constexpr std::uint32_t NoAddress = 0xFFFFFFFF;
-constexpr std::size_t LongestName = 256; // bytes
+constexpr std::int32_t ConnectUnderWay = SocketError::Failed; // a non-blocking connect says so by failing
+constexpr std::size_t LongestName = 256;                      // bytes
 
 SocketNumber GiveUp(SocketNumber socket) {
     services().Sockets.Close(socket);
-    return -1;
+    return SocketError::Failed;
 }
 
 } // namespace
@@ -32,19 +25,18 @@ SocketNumber OpenClientSocket(const std::string& szHost, std::int16_t intPort, W
     AddressRecord address;
     address.Family = FamilyInternet;
     address.Port = sockets.HostToNetwork(intPort);
-    if (address.Port == 0xFFFF)
-        return -1;
+    if (intPort == NoPort)
+        return SocketError::Failed;
     address.Address = AddressFromHost(szHost, lookUpMs);
     if (address.Address == NoAddress)
-        return -1;
+        return SocketError::Failed;
     const SocketNumber socket = sockets.Open(FamilyInternet, TypeStream, ProtocolTcp);
     if (socket < 0)
-        return -1;
+        return SocketError::Failed;
     // Lingering for 0 seconds makes a later close drop the connection at once.
     if (SetSocketLinger(socket, 1, 0) != 0)
         return GiveUp(socket);
-    constexpr std::int32_t mask = EventRead | EventWrite | EventConnect | EventClose;
-    if (sockets.AsyncSelect(socket, lngHandle, SocketMessage, mask) != 0)
+    if (sockets.AsyncSelect(socket, lngHandle, SocketMessage, SocketEvent::All) != 0)
         return GiveUp(socket);
     if (sockets.Connect(socket, address) != ConnectUnderWay)
         return GiveUp(socket);
@@ -54,9 +46,10 @@ SocketNumber OpenClientSocket(const std::string& szHost, std::int16_t intPort, W
 std::int32_t SetSocketLinger(SocketNumber socket, std::uint16_t onOff, std::uint16_t seconds) {
     LingerRecord linger{onOff, seconds};
     if (services().Sockets.SetOption(socket, LevelSocket, OptionLinger, linger) != 0)
-        return -1;
+        return SocketError::Failed;
     std::int32_t length = sizeof linger;
-    return services().Sockets.GetOption(socket, LevelSocket, OptionLinger, linger, length) == 0 ? 0 : -1;
+    return services().Sockets.GetOption(socket, LevelSocket, OptionLinger, linger, length) == 0 ? 0
+                                                                                                : SocketError::Failed;
 }
 
 std::uint32_t AddressFromHost(const std::string& szHost, std::int64_t lookUpMs) {

@@ -9,16 +9,13 @@
 
 namespace tarnwick::WinsockAPI {
 
-// A socket message and the events it can tell (Windows Sockets 1.1).
-inline constexpr std::uint32_t SocketMessage = 1025; // WM_USER + 1
-inline constexpr std::int32_t EventRead = 1;         // FD_READ
-inline constexpr std::int32_t EventWrite = 2;        // FD_WRITE
-inline constexpr std::int32_t EventConnect = 16;     // FD_CONNECT
-inline constexpr std::int32_t EventClose = 32;       // FD_CLOSE
+inline constexpr std::uint32_t SocketMessage = 1025; // WM_USER + 1, brings a socket's events
+
+inline constexpr std::int16_t NoPort = -1; // no connection can be started to it
 
 // Opens a socket and starts its connection without waiting for it; events go to `lngHandle` as SocketMessage. The
-// socket, or -1 when it can't even be started, and then nothing stays open. A look-up of the host ends within
-// `lookUpMs`.
+// socket, or SocketError::Failed when it can't even be started, to NoPort above all, and then nothing stays open. A
+// look-up of the host ends within `lookUpMs`.
 SocketNumber OpenClientSocket(const std::string& szHost, std::int16_t intPort, WindowHandle lngHandle,
                               std::int64_t lookUpMs);
 

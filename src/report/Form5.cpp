@@ -47,13 +47,7 @@ void Form5Window::Command2_Click() { Form9.ShowModal(); }
 
 void AddReportRow(const ReportRow& row) {
     GridControl& grid = Form5->Grid1;
-    grid.AddRow();
-    const int number = grid.RowCount();
-    grid.SetCellText(number, ReportColumn::Name, row.Name);
-    grid.SetCellText(number, ReportColumn::Folder, row.Folder);
-    grid.SetCellText(number, ReportColumn::Url, row.Url);
-    grid.SetCellText(number, ReportColumn::Problem, row.Problem);
-    grid.SetCellText(number, ReportColumn::File, row.File);
+    grid.AddRow(grid.AddRecord({row.Name, row.Folder, row.Url, row.Problem, row.File})); // in the order of ReportColumn
 }
 
 } // namespace tarnwick

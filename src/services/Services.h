@@ -1,6 +1,6 @@
 #pragma once
 
-// What Tarnwick asks of a machine: one small interface a service, gathered in Services. A front end implements them,
+// What Tarnwick asks of a machine: one small interface per service, gathered in Services. A front end implements them,
 // app/ hands them over once with UseServices(), and everything else reaches them through services().
 //
 // Texts are in the system's ANSI code page (UTF-8 on Linux). Paths have "\" between their pieces. Nothing here throws;
@@ -77,6 +77,31 @@ public:
                        const std::vector<Setting>& settings) = 0;
 };
 
+// The numbers of Windows Sockets 1.1 (winsock.h), which the operations below take and return on every machine.
+inline constexpr std::uint16_t WinsockVersion = 0x0101; // major and minor version in one byte each
+inline constexpr std::int32_t FamilyInternet = 2;       // AF_INET
+inline constexpr std::int32_t TypeStream = 1;           // SOCK_STREAM
+inline constexpr std::int32_t ProtocolTcp = 6;          // IPPROTO_TCP
+inline constexpr std::int32_t LevelSocket = 65535;      // SOL_SOCKET
+inline constexpr std::int32_t OptionLinger = 128;       // SO_LINGER
+inline constexpr std::uint32_t NoAddress = 0xFFFFFFFF;  // INADDR_NONE
+namespace SocketEvent {
+inline constexpr std::int32_t Read = 1;     // FD_READ
+inline constexpr std::int32_t Write = 2;    // FD_WRITE
+inline constexpr std::int32_t Connect = 16; // FD_CONNECT
+inline constexpr std::int32_t Close = 32;   // FD_CLOSE
+inline constexpr std::int32_t All = Read | Write | Connect | Close;
+} // namespace SocketEvent
+namespace SocketError {
+inline constexpr std::int32_t Failed = -1;                 // SOCKET_ERROR, of an operation
+inline constexpr std::int32_t AddressNotAvailable = 10049; // WSAEADDRNOTAVAIL
+inline constexpr std::int32_t NetworkDown = 10050;         // WSAENETDOWN
+inline constexpr std::int32_t ConnectionReset = 10054;     // WSAECONNRESET
+inline constexpr std::int32_t ConnectionRefused = 10061;   // WSAECONNREFUSED
+inline constexpr std::int32_t SystemNotReady = 10091;      // WSASYSNOTREADY
+inline constexpr std::int32_t VersionNotSupported = 10092; // WSAVERNOTSUPPORTED
+} // namespace SocketError
+
 // A socket as the machine numbers it; negative is a failure.
 using SocketNumber = std::int32_t;
 
@@ -104,45 +129,53 @@ public:
     virtual std::string Address() const = 0;
 };
 
-// The Windows Sockets 1.1 operations that the socket engine uses, with their results. A socket that was selected posts
-// its events as window messages, which reach the window's procedure from the pump only, in order. Closing a socket
-// takes away what is still queued for it.
+// The Windows Sockets 1.1 operations that the socket engine uses, with their results. All of them act at once; none but
+// NameOfHost() and LocalName() waits for anything. A socket that was selected posts its events as window messages,
+// which reach the window's procedure from the pump only, in order. Closing a socket takes away what is still queued for
+// it. Where a socket is asked for, a number that is no open one fails with SocketError::Failed.
 class SocketService {
 public:
     virtual ~SocketService() = default;
 
-    virtual std::int32_t Startup(std::uint16_t version) = 0; // 0, or an error code
-    virtual std::int32_t Cleanup() = 0;
+    // Before every other operation. 0, or an error code: another version than WinsockVersion is refused.
+    virtual std::int32_t Startup(std::uint16_t version) = 0;
+    virtual std::int32_t Cleanup() = 0; // after every other operation; 0, or Failed
 
+    // A stream socket of the internet family over TCP; negative for anything else, and when there is none to be had.
     virtual SocketNumber Open(std::int32_t family, std::int32_t type, std::int32_t protocol) = 0;
+    // 0, or Failed: for any other option than OptionLinger of LevelSocket. `length` is the size of `value` in bytes.
     virtual std::int32_t SetOption(SocketNumber socket, std::int32_t level, std::int32_t option,
-                                   const LingerRecord& value) = 0; // 0, or -1
+                                   const LingerRecord& value) = 0;
     virtual std::int32_t GetOption(SocketNumber socket, std::int32_t level, std::int32_t option, LingerRecord& value,
-                                   std::int32_t& length) = 0; // 0, or -1
+                                   std::int32_t& length) = 0;
     // From here on the socket is non-blocking and posts `message` to `window`: first parameter the socket, second the
-    // event in the low and its error code in the high 16 bits.
+    // event (one of SocketEvent, of those in `mask`) in the low and its error code in the high 16 bits. 0, or Failed.
     virtual std::int32_t AsyncSelect(SocketNumber socket, WindowHandle window, std::uint32_t message,
-                                     std::int32_t mask) = 0; // 0, or -1
-    // -1 while under way. A connection that fails at once fails by its CONNECT event, too. Address 0 is no machine,
-    // least of all this one: error 10049.
+                                     std::int32_t mask) = 0;
+    // Of a socket that was selected: Failed while under way. A connection that fails at once fails by its Connect
+    // event, too. Address 0 is no machine, least of all this one: AddressNotAvailable.
     virtual std::int32_t Connect(SocketNumber socket, const AddressRecord& address) = 0;
-    virtual std::int32_t Send(SocketNumber socket, const std::string& bytes) = 0; // bytes taken, or -1
-    // Reads once into `buffer`, at most its size. The number of bytes, 0 at the peer's close, -1 on failure.
+    // The number of bytes taken, which may be fewer than there are, or Failed: not connected, or the peer has gone.
+    virtual std::int32_t Send(SocketNumber socket, const std::string& bytes) = 0;
+    // Reads once into `buffer`, at most its size, and leaves the rest of it as it is. The number of bytes, 0 at the
+    // peer's close, Failed also when nothing has come yet.
     virtual std::int32_t Receive(SocketNumber socket, std::string& buffer) = 0;
-    virtual std::int32_t Close(SocketNumber socket) = 0; // harmless for a number that is no open socket
+    virtual std::int32_t Close(SocketNumber socket) = 0; // 0, or Failed; harmless for any number
 
-    virtual std::uint16_t HostToNetwork(std::int32_t port) = 0;              // of the low 16 bits
-    virtual std::uint32_t AddressFromText(const std::string& text) = 0;      // network order; 0xFFFFFFFF: no address
-    virtual std::shared_ptr<HostLookup> LookUp(const std::string& name) = 0; // nullptr when it can't be started
+    virtual std::uint16_t HostToNetwork(std::int32_t port) = 0; // of the low 16 bits
+    // In network order, or NoAddress. An abbreviated address counts, as with inet_addr(); what follows a blank doesn't.
+    virtual std::uint32_t AddressFromText(const std::string& text) = 0;
+    // nullptr when it can't be started. A name with a NUL, or one that is no host's, finds nothing.
+    virtual std::shared_ptr<HostLookup> LookUp(const std::string& name) = 0;
     // The name of the host with this address (network order); empty when there is none. Blocks.
     virtual std::string NameOfHost(std::uint32_t address) = 0;
-    virtual std::int32_t LocalName(std::string& name) = 0; // 0, or -1
+    virtual std::int32_t LocalName(std::string& name) = 0; // 0, or Failed and `name` stays
 };
 
-// A window's own message procedure: gives the message's result.
+// A window's own message procedure: returns the message's result.
 using WindowProcedure = std::int32_t (*)(WindowHandle window, std::uint32_t message, std::int32_t first,
                                          std::int32_t second);
-// What stood in a window before a procedure was installed; only the service that gave it can read it. 0 is none.
+// What a window had before a procedure was installed; only the service that returned it can read it. 0 is none.
 using PreviousProcedure = std::intptr_t;
 
 enum class MessageIcon { Critical, Question, Information };
@@ -153,7 +186,7 @@ class WindowService {
 public:
     virtual ~WindowService() = default;
 
-    // A window has been made (nothing shows yet). Gives its handle, which stays valid until Discard().
+    // A window has been made (nothing shows yet). Returns its handle, which stays valid until Discard().
     virtual WindowHandle Open(Window& window) = 0;
     // The model says that the window shows, or that it no longer does. The real window follows at once or at the latest
     // with the next pass of a pump; neither waits for the screen, and no handler runs inside.
@@ -175,7 +208,7 @@ public:
     // when the menu was left.
     virtual const MenuEntry* RunMenu(const Menu& menu, Window& window) = 0;
 
-    // Installs `procedure` on the window and gives what was there before.
+    // Installs `procedure` on the window and returns what was there before; at once, for messages to come.
     virtual PreviousProcedure InstallProcedure(WindowHandle window, WindowProcedure procedure) = 0;
     // Puts `previous` back; harmless when it is there already.
     virtual void RestoreProcedure(WindowHandle window, PreviousProcedure previous) = 0;
@@ -208,13 +241,16 @@ class ShellService {
 public:
     virtual ~ShellService() = default;
     // Hands the URL to the user's program for it: as one argument, never by way of a command line, in the folder of
-    // this program. Nobody looks at how it went.
+    // this program. One that the system's call doesn't take (on Windows, of 2,083 characters or more) is dropped rather
+    // than cut. The result is ignored.
     virtual void OpenUrl(WindowHandle owner, const std::string& url) = 0;
 };
 
 class TextService {
 public:
     virtual ~TextService() = default;
+    // The text in upper case, letter by letter and whatever the user's language. A character without an upper case of
+    // its own, and a byte that is no text, stay as they are; no other letter becomes one of ASCII.
     virtual std::string Upper(std::string_view text) = 0;
 };
 

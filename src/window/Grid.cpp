@@ -51,19 +51,6 @@ const std::string& Grid::CellText(int row, int column) const {
     return TextOf(rows_[static_cast<std::size_t>(row - 1)][from.Record], from.Text);
 }
 
-void Grid::SetCellText(int row, int column, std::string_view text) {
-    if (!HasCell(row, column))
-        return;
-    const Source from = columns_[static_cast<std::size_t>(column - 1)].From;
-    Record& record = rows_[static_cast<std::size_t>(row - 1)][from.Record];
-    if (record == 0)
-        record = AddRecord({});
-    std::vector<std::string>& texts = records_[record];
-    texts.resize(std::max(texts.size(), from.Text + 1));
-    texts[from.Text] = text;
-    ++revision_;
-}
-
 void Grid::RemoveRow(int row) {
     if (!HasCell(row, 1))
         return;

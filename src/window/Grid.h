@@ -24,12 +24,12 @@ public:
 
     struct Column {
         std::string Header;
-        int Width = 0; // pixels at 96 dots per inch
+        int Width = 0; // pixels at 96 DPI
         bool Visible = true;
         Source From;
     };
 
-    int DefaultRowHeight = 17; // pixels at 96 dots per inch
+    int DefaultRowHeight = 17; // pixels at 96 DPI
     int SelectedRow = 0;       // 0: none
 
     void ClearRows();
@@ -41,8 +41,7 @@ public:
     int RowCount() const { return columns_.empty() ? 0 : static_cast<int>(rows_.size()); }
     // The text of a cell; the empty text for a row or column that isn't there.
     const std::string& CellText(int row, int column) const;
-    // Changes the record, and so the other rows that show it.
-    void SetCellText(int row, int column, std::string_view text);
+    // The row's records stay: another row may show them. ClearRows() gives all of them up.
     void RemoveRow(int row);
     // Orders the rows by one column's text, ascending and regardless of case; rows that compare equal keep their order,
     // and the selection stays with its row.

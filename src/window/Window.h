@@ -39,8 +39,8 @@ public:
 
     std::string Title;
     bool TopMost = false; // to be written before the window shows
-    int Edge = 0;     // edge type of DrawEdge around the client area, 0: none
-    std::string Icon; // name of an icon that the front end carries, empty: the desktop's default
+    int Edge = 0;         // edge type of DrawEdge around the client area, 0: none
+    std::string Icon;     // name of an icon that the front end carries, empty: the desktop's default
     Color BackColor = Color::Of(ColorRole::ButtonFace);
     std::function<void()> MouseMove;
 

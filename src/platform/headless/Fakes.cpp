@@ -122,16 +122,8 @@ bool MemorySettings::Write(const std::string& application, const std::string& se
 
 namespace {
 
-// Windows Sockets 1.1.
-constexpr std::int32_t EventRead = 1;
-constexpr std::int32_t EventWrite = 2;
-constexpr std::int32_t EventConnect = 16;
-constexpr std::int32_t EventClose = 32;
-constexpr std::int32_t ConnectionRefused = 10061;
-constexpr std::int32_t AddressNotAvailable = 10049;
-
 // SO_LINGER of SOL_SOCKET.
-bool IsLinger(std::int32_t level, std::int32_t option) { return level == 65535 && option == 128; }
+bool IsLinger(std::int32_t level, std::int32_t option) { return level == LevelSocket && option == OptionLinger; }
 
 } // namespace
 
@@ -139,21 +131,21 @@ void FakeSockets::Notify(std::int32_t event, std::int32_t error) {
     loop_.Post({window_, message_, last_, error << 16 | event});
 }
 
-void FakeSockets::Hang(std::int32_t error) {
+void FakeSockets::HangUp(std::int32_t error) {
     if (incoming_.empty())
-        Notify(EventClose, error);
+        Notify(SocketEvent::Close, error);
     else
-        hangs_ = error;
+        hangsUp_ = error;
 }
 
 void FakeSockets::Deliver(const std::string& bytes) {
     incoming_ = bytes;
-    Notify(EventRead);
+    Notify(SocketEvent::Read);
 }
 
 std::int32_t FakeSockets::Startup(std::uint16_t version) {
     ++Startups;
-    return Fails("Startup") || version != 0x0101 ? 10091 : 0;
+    return Fails("Startup") || version != WinsockVersion ? SocketError::SystemNotReady : 0;
 }
 
 std::int32_t FakeSockets::Cleanup() {
@@ -197,16 +189,17 @@ std::int32_t FakeSockets::Connect(SocketNumber, const AddressRecord& address) {
     const Host* host = HostOf(address.Address);
     Connections.push_back({host == nullptr ? "" : addresses_[address.Address - 1], address.Port, ""});
     incoming_.clear();
-    hangs_.reset();
-    stands_ = false;
+    hangsUp_.reset();
+    established_ = false;
     if (host == nullptr || host->Refuses || way == 3) {
-        Notify(EventConnect, address.Address == 0 ? AddressNotAvailable : ConnectionRefused);
-    } else if (!host->NeverStands && way == 0) {
-        stands_ = true;
-        Notify(EventConnect);
-        Notify(EventWrite);
+        Notify(SocketEvent::Connect,
+               address.Address == 0 ? SocketError::AddressNotAvailable : SocketError::ConnectionRefused);
+    } else if (!host->NeverConnects && way == 0) {
+        established_ = true;
+        Notify(SocketEvent::Connect);
+        Notify(SocketEvent::Write);
         if (host->Closes)
-            Notify(EventClose);
+            Notify(SocketEvent::Close);
     }
     return -1;
 }
@@ -214,7 +207,7 @@ std::int32_t FakeSockets::Connect(SocketNumber, const AddressRecord& address) {
 std::int32_t FakeSockets::Send(SocketNumber socket, const std::string& bytes) {
     if (const int way = Fails("Send", 2); way != 0) // or nothing is taken
         return way == 1 ? -1 : 0;
-    if (!OpenNumbers.contains(socket) || !stands_)
+    if (!OpenNumbers.contains(socket) || !established_)
         return -1;
     Connection& connection = Connections.back();
     connection.Sent += bytes;
@@ -232,9 +225,9 @@ std::int32_t FakeSockets::Receive(SocketNumber socket, std::string& buffer) {
     std::memcpy(buffer.data(), incoming_.data(), count);
     incoming_.erase(0, count);
     if (!incoming_.empty())
-        Notify(EventRead);
-    else if (hangs_)
-        Notify(EventClose, *std::exchange(hangs_, {}));
+        Notify(SocketEvent::Read);
+    else if (hangsUp_)
+        Notify(SocketEvent::Close, *std::exchange(hangsUp_, {}));
     return static_cast<std::int32_t>(count);
 }
 
@@ -250,7 +243,7 @@ std::uint16_t FakeSockets::HostToNetwork(std::int32_t port) {
     return static_cast<std::uint16_t>(low << 8 | low >> 8);
 }
 
-std::uint32_t FakeSockets::AddressFromText(const std::string&) { return 0xFFFFFFFF; }
+std::uint32_t FakeSockets::AddressFromText(const std::string&) { return NoAddress; }
 
 class FakeSockets::Lookup : public HostLookup {
 public:

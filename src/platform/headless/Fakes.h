@@ -84,7 +84,7 @@ public:
         std::optional<std::string> Reply = {}; // sent once the request is there; none: silent
         bool Refuses = false;
         bool Closes = false; // as soon as it is connected
-        bool NeverStands = false;
+        bool NeverConnects = false;
     };
     std::map<std::string, Host> Hosts; // by name or dotted address; others can't be resolved
 
@@ -104,7 +104,7 @@ public:
     // The peer's bytes and the event that announces them.
     void Deliver(const std::string& bytes);
     // The peer closes, or drops the connection: announced when its bytes have been read.
-    void Hang(std::int32_t error = 0);
+    void HangUp(std::int32_t error = 0);
     SocketNumber LastNumber() const { return last_; }
 
     std::int32_t Startup(std::uint16_t version) override;
@@ -143,10 +143,10 @@ private:
     SocketNumber last_ = 0;
     WindowHandle window_ = 0;
     std::uint32_t message_ = 0;
-    bool stands_ = false; // the connection of the socket that was opened last
+    bool established_ = false; // the connection of the socket that was opened last
     std::string incoming_;
-    std::optional<std::int32_t> hangs_;  // the peer has, and its bytes are still unread
-    std::vector<std::string> addresses_; // the address of a name is its place here plus one
+    std::optional<std::int32_t> hangsUp_; // the peer has, and its bytes are still unread
+    std::vector<std::string> addresses_;  // the address of a name is its place here plus one
 };
 
 class RecordingShell : public ShellService {

@@ -19,44 +19,40 @@ namespace tarnwick {
 
 namespace {
 
-// Numbers of Windows Sockets 1.1 (winsock.h).
-constexpr std::int32_t FamilyInternet = 2;          // AF_INET
-constexpr std::int32_t TypeStream = 1;              // SOCK_STREAM
-constexpr std::int32_t ProtocolTcp = 6;             // IPPROTO_TCP
-constexpr std::int32_t LevelSocket = 65535;         // SOL_SOCKET
-constexpr std::int32_t OptionLinger = 128;          // SO_LINGER
-constexpr std::int32_t EventRead = 1;               // FD_READ
-constexpr std::int32_t EventWrite = 2;              // FD_WRITE
-constexpr std::int32_t EventConnect = 16;           // FD_CONNECT
-constexpr std::int32_t EventClose = 32;             // FD_CLOSE
-constexpr std::uint32_t NoAddress = 0xFFFFFFFFU;    // INADDR_NONE
-constexpr std::int32_t SocketError = -1;            // SOCKET_ERROR
-constexpr std::int32_t SystemNotReady = 10091;      // WSASYSNOTREADY
-constexpr std::int32_t VersionNotSupported = 10092; // WSAVERNOTSUPPORTED
-
 struct ErrorPair {
     int Errno;
     std::int32_t Windows;
 };
 
 constexpr std::array ErrorCodes = {
-    ErrorPair{ECONNREFUSED, 10061}, ErrorPair{ETIMEDOUT, 10060},     ErrorPair{EHOSTUNREACH, 10065},
-    ErrorPair{ENETUNREACH, 10051},  ErrorPair{ECONNRESET, 10054},    ErrorPair{EPIPE, 10054},
-    ErrorPair{ECONNABORTED, 10053}, ErrorPair{EADDRNOTAVAIL, 10049}, ErrorPair{EADDRINUSE, 10048},
-    ErrorPair{EACCES, 10013},       ErrorPair{EPERM, 10013},         ErrorPair{EHOSTDOWN, 10064},
-    ErrorPair{ENETDOWN, 10050},     ErrorPair{ENETRESET, 10052},     ErrorPair{ENOBUFS, 10055},
-    ErrorPair{ENOMEM, 10055},       ErrorPair{EINVAL, 10022},        ErrorPair{EAFNOSUPPORT, 10047},
+    ErrorPair{ECONNREFUSED, SocketError::ConnectionRefused},
+    ErrorPair{ETIMEDOUT, 10060},
+    ErrorPair{EHOSTUNREACH, 10065},
+    ErrorPair{ENETUNREACH, 10051},
+    ErrorPair{ECONNRESET, SocketError::ConnectionReset},
+    ErrorPair{EPIPE, SocketError::ConnectionReset},
+    ErrorPair{ECONNABORTED, 10053},
+    ErrorPair{EADDRNOTAVAIL, SocketError::AddressNotAvailable},
+    ErrorPair{EADDRINUSE, 10048},
+    ErrorPair{EACCES, 10013},
+    ErrorPair{EPERM, 10013},
+    ErrorPair{EHOSTDOWN, 10064},
+    ErrorPair{ENETDOWN, SocketError::NetworkDown},
+    ErrorPair{ENETRESET, 10052},
+    ErrorPair{ENOBUFS, 10055},
+    ErrorPair{ENOMEM, 10055},
+    ErrorPair{EINVAL, 10022},
+    ErrorPair{EAFNOSUPPORT, 10047},
 };
 
 std::int32_t WindowsError(int error) {
-    constexpr std::int32_t NetworkDown = 10050; // WSAENETDOWN, for what Windows has no number for
     if (error == 0)
         return 0;
     const auto* const found = std::ranges::find(ErrorCodes, error, &ErrorPair::Errno);
-    return found == ErrorCodes.end() ? NetworkDown : found->Windows;
+    return found == ErrorCodes.end() ? SocketError::NetworkDown : found->Windows;
 }
 
-// Errors that only a connection that once stood can show; a failed connect has others.
+// Errors that only an established connection can show; a failed connect has others.
 bool EndsConnection(int error) { return error == ECONNRESET || error == EPIPE; }
 
 bool IsPassing(int error) { return error == EAGAIN || error == EINTR; }
@@ -86,7 +82,7 @@ PosixSockets::Socket* PosixSockets::Find(SocketNumber number) {
     return found == sockets_.end() ? nullptr : &found->second;
 }
 
-// Once a socket: epoll then reports each change, and no further call is needed until the close, which ends it.
+// Once per socket: epoll then reports each change, and no further call is needed until the close, which ends it.
 void PosixSockets::Watch(SocketNumber number, Socket& socket) {
     if (socket.Watched || socket.Window == 0 || socket.State == Phase::Unconnected)
         return;
@@ -139,12 +135,12 @@ void PosixSockets::FinishConnect(SocketNumber number, Socket& socket) {
     }
     if (socket.Error != 0 && !EndsConnection(socket.Error)) {
         socket.State = Phase::Finished;
-        Post(number, socket, EventConnect, socket.Error);
+        Post(number, socket, SocketEvent::Connect, socket.Error);
         return;
     }
     socket.State = Phase::Connected;
-    Post(number, socket, EventConnect, 0);
-    Post(number, socket, EventWrite, 0);
+    Post(number, socket, SocketEvent::Connect, 0);
+    Post(number, socket, SocketEvent::Write, 0);
 }
 
 // Data before the close: a reset, too, is reported only when nothing is left to read.
@@ -156,7 +152,7 @@ void PosixSockets::TellArrival(SocketNumber number, Socket& socket) {
     const ssize_t got = isSure ? 1 : recv(number, &first, 1, MSG_PEEK | MSG_DONTWAIT);
     if (got > 0) {
         socket.ReadTold = true;
-        Post(number, socket, EventRead, 0);
+        Post(number, socket, SocketEvent::Read, 0);
         return;
     }
     const int error = got < 0 ? errno : 0;
@@ -166,13 +162,13 @@ void PosixSockets::TellArrival(SocketNumber number, Socket& socket) {
 
 void PosixSockets::TellClose(SocketNumber number, Socket& socket, int error) {
     socket.State = Phase::Finished;
-    Post(number, socket, EventClose, socket.Error != 0 ? socket.Error : error);
+    Post(number, socket, SocketEvent::Close, socket.Error != 0 ? socket.Error : error);
 }
 
 std::int32_t PosixSockets::Startup(std::uint16_t version) {
     if ((version & 0xFFU) == 0)
-        return VersionNotSupported;
-    return epoll_ < 0 ? SystemNotReady : 0;
+        return SocketError::VersionNotSupported;
+    return epoll_ < 0 ? SocketError::SystemNotReady : 0;
 }
 
 std::int32_t PosixSockets::Cleanup() {
@@ -183,10 +179,10 @@ std::int32_t PosixSockets::Cleanup() {
 
 SocketNumber PosixSockets::Open(std::int32_t family, std::int32_t type, std::int32_t protocol) {
     if (family != FamilyInternet || type != TypeStream || (protocol != ProtocolTcp && protocol != 0))
-        return SocketError;
+        return SocketError::Failed;
     const int number = AboveStandardFiles(socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, IPPROTO_TCP));
     if (number < 0)
-        return SocketError;
+        return SocketError::Failed;
     sockets_[number].Serial = ++lastSerial_;
     return number;
 }
@@ -194,7 +190,7 @@ SocketNumber PosixSockets::Open(std::int32_t family, std::int32_t type, std::int
 std::int32_t PosixSockets::SetOption(SocketNumber socket, std::int32_t level, std::int32_t option,
                                      const LingerRecord& value) {
     if (Find(socket) == nullptr || level != LevelSocket || option != OptionLinger)
-        return SocketError;
+        return SocketError::Failed;
     const linger own = {value.OnOff, value.Seconds};
     return setsockopt(socket, SOL_SOCKET, SO_LINGER, &own, sizeof own);
 }
@@ -205,7 +201,7 @@ std::int32_t PosixSockets::GetOption(SocketNumber socket, std::int32_t level, st
     socklen_t ownLength = sizeof own;
     if (Find(socket) == nullptr || level != LevelSocket || option != OptionLinger ||
         getsockopt(socket, SOL_SOCKET, SO_LINGER, &own, &ownLength) != 0)
-        return SocketError;
+        return SocketError::Failed;
     value = {static_cast<std::uint16_t>(own.l_onoff), static_cast<std::uint16_t>(own.l_linger)};
     length = sizeof value;
     return 0;
@@ -215,7 +211,7 @@ std::int32_t PosixSockets::AsyncSelect(SocketNumber socket, WindowHandle window,
                                        std::int32_t mask) {
     Socket* const selected = Find(socket);
     if (selected == nullptr || epoll_ < 0)
-        return SocketError;
+        return SocketError::Failed;
     selected->Window = mask == 0 ? 0 : window;
     selected->Message = message;
     selected->Mask = mask;
@@ -226,7 +222,7 @@ std::int32_t PosixSockets::AsyncSelect(SocketNumber socket, WindowHandle window,
 std::int32_t PosixSockets::Connect(SocketNumber socket, const AddressRecord& address) {
     Socket* const connecting = Find(socket);
     if (connecting == nullptr || connecting->State != Phase::Unconnected)
-        return SocketError;
+        return SocketError::Failed;
     sockaddr_in own = {};
     own.sin_family = static_cast<sa_family_t>(address.Family);
     own.sin_port = address.Port;
@@ -240,13 +236,13 @@ std::int32_t PosixSockets::Connect(SocketNumber socket, const AddressRecord& add
         FinishConnect(socket, *connecting);
     if (connecting->State != Phase::Finished)
         Watch(socket, *connecting);
-    return SocketError;
+    return SocketError::Failed;
 }
 
 std::int32_t PosixSockets::Send(SocketNumber socket, const std::string& bytes) {
     Socket* const sending = Find(socket);
     if (sending == nullptr)
-        return SocketError;
+        return SocketError::Failed;
     const ssize_t sent = send(socket, bytes.data(), std::min<std::size_t>(bytes.size(), INT_MAX), MSG_NOSIGNAL);
     // The system reports a reset once, to the first call that meets it; the CLOSE to come needs it too.
     if (sent < 0 && EndsConnection(errno))
@@ -257,7 +253,7 @@ std::int32_t PosixSockets::Send(SocketNumber socket, const std::string& bytes) {
 std::int32_t PosixSockets::Receive(SocketNumber socket, std::string& buffer) {
     Socket* const receiving = Find(socket);
     if (receiving == nullptr)
-        return SocketError;
+        return SocketError::Failed;
     const ssize_t got = recv(socket, buffer.data(), std::min<std::size_t>(buffer.size(), INT_MAX), 0);
     if (got < 0 && EndsConnection(errno))
         receiving->Error = errno;
@@ -276,7 +272,7 @@ std::int32_t PosixSockets::Receive(SocketNumber socket, std::string& buffer) {
 std::int32_t PosixSockets::Close(SocketNumber socket) {
     const auto found = sockets_.find(socket);
     if (found == sockets_.end())
-        return SocketError;
+        return SocketError::Failed;
     close(socket);
     sockets_.erase(found);
     loop_.Purge(socket);
@@ -309,7 +305,7 @@ std::string PosixSockets::NameOfHost(std::uint32_t address) {
 std::int32_t PosixSockets::LocalName(std::string& name) {
     std::array<char, 256> buffer = {};
     if (gethostname(buffer.data(), buffer.size() - 1) != 0)
-        return SocketError;
+        return SocketError::Failed;
     name = buffer.data();
     return 0;
 }

@@ -109,7 +109,7 @@ QColor ColorOf(const Color& color, ColorRole fallback) {
     return Face;
 }
 
-// In pixels, so that a text fits its place whatever dots per inch the desktop claims for its fonts. The second family
+// In pixels, so that a text fits its place whatever DPI the desktop claims for its fonts. The second family
 // is drawn to the same widths. Which one the system has comes out at the first text: looking for it takes Qt
 // milliseconds.
 QFont FontOf(const Font& font) {
@@ -139,7 +139,7 @@ QIcon IconOf(const std::string& name) {
         return icon;
     const QFileInfo file(LinesOf(name));
     icon.addFile(ResourcePath(file.fileName()));
-    for (const int size : {16, 32, 48, 64, 128, 256}) {
+    for (const int size : {16, 32, 48, 64, 128}) {
         const QString path =
             ResourcePath(QStringLiteral("%1-%2.%3").arg(file.completeBaseName()).arg(size).arg(file.suffix()));
         if (QFile::exists(path))

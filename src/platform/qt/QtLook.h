@@ -22,7 +22,7 @@ void UseClassicLook(QApplication& application);
 QColor ColorOf(const Color& color, ColorRole fallback);
 QFont FontOf(const Font& font);
 
-// Twips to pixels at 96 dots per inch; the display's scale is Qt's business.
+// Twips to pixels at 96 DPI; the display's scale is Qt's business.
 int PixelsOf(int twips);
 int TwipsOf(int pixels);
 QRect PixelsOf(const Rect& place);

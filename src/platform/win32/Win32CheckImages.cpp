@@ -14,12 +14,12 @@ namespace {
 // The check boxes of the theme that draws the desktop's controls, if one does.
 class ThemedBoxes {
 public:
-    ThemedBoxes(HWND window, int dots) {
+    ThemedBoxes(HWND window, int dpi) {
         static const auto open = SystemFunction<HANDLE(WINAPI*)(HWND, LPCWSTR)>(L"uxtheme.dll", "OpenThemeData");
         static const auto openForDots =
             SystemFunction<HANDLE(WINAPI*)(HWND, LPCWSTR, UINT)>(L"uxtheme.dll", "OpenThemeDataForDpi");
         if (openForDots != nullptr)
-            theme_ = openForDots(window, L"BUTTON", static_cast<UINT>(dots));
+            theme_ = openForDots(window, L"BUTTON", static_cast<UINT>(dpi));
         else if (open != nullptr)
             theme_ = open(window, L"BUTTON");
     }
@@ -45,9 +45,9 @@ private:
 
 } // namespace
 
-_IMAGELIST* MakeCheckImages(HWND__* tree, int dots) {
+_IMAGELIST* MakeCheckImages(HWND__* tree, int dpi) {
     constexpr int count = 3;
-    const int size = ScaledPixels(16, dots);
+    const int size = ScaledPixels(16, dpi);
     const int gap = size / 8;
     const HDC screen = GetDC(nullptr);
     const HDC surface = CreateCompatibleDC(screen);
@@ -55,7 +55,7 @@ _IMAGELIST* MakeCheckImages(HWND__* tree, int dots) {
     const HGDIOBJ former = SelectObject(surface, bitmap);
     const RECT ground = {0, 0, count * size, size};
     FillRect(surface, &ground, GetSysColorBrush(COLOR_WINDOW));
-    const ThemedBoxes themed(tree, dots);
+    const ThemedBoxes themed(tree, dpi);
     for (const int image : {1, 2}) {
         RECT box = {image * size + gap, gap, (image + 1) * size - gap, size - gap};
         const bool ticked = image == 2;

@@ -51,19 +51,19 @@ Win32Control::Win32Control(Win32Window& owner, Control& model, HWND__* parent, i
     SetAccessible(real_, model.AccessibleName, model.AccessibleDescription);
 }
 
-void Win32Control::Place(int dots) {
-    dots_ = dots;
+void Win32Control::Place(int dpi) {
+    dpi_ = dpi;
     // Both corners are rounded, so that what meets in twips meets in pixels.
     const Rect& place = *model_.Place;
-    const int left = PixelsOf(place.Left, dots);
-    const int top = PixelsOf(place.Top, dots);
-    SetWindowPos(real_, nullptr, left, top, PixelsOf(place.Left + place.Width, dots) - left,
-                 PixelsOf(place.Top + place.Height, dots) - top, SWP_NOZORDER | SWP_NOACTIVATE);
+    const int left = PixelsOf(place.Left, dpi);
+    const int top = PixelsOf(place.Top, dpi);
+    SetWindowPos(real_, nullptr, left, top, PixelsOf(place.Left + place.Width, dpi) - left,
+                 PixelsOf(place.Top + place.Height, dpi) - top, SWP_NOZORDER | SWP_NOACTIVATE);
     ShowFont();
-    Scale(dots);
+    Scale(dpi);
 }
 
-void Win32Control::ShowFont() { Send(WM_SETFONT, reinterpret_cast<WPARAM>(FontOf(model_.Font, dots_)), TRUE); }
+void Win32Control::ShowFont() { Send(WM_SETFONT, reinterpret_cast<WPARAM>(FontOf(model_.Font, dpi_)), TRUE); }
 
 void Win32Control::Sync() {
     if (font_.Differs(model_.Font))

@@ -28,8 +28,8 @@ public:
     Control& Model() const { return model_; }
     HWND__* Real() const { return real_; }
 
-    // Takes its place and its font at this number of dots per inch.
-    void Place(int dots);
+    // Takes its place and its font at this DPI.
+    void Place(int dpi);
     void Sync();
 
     // Sets the colours it paints in; the brush of its background.
@@ -56,7 +56,7 @@ protected:
     // The text, value, rows... as they are in the model.
     virtual void SyncContent() = 0;
     // What depends on the display beside place and font.
-    virtual void Scale(int /*dots*/) {}
+    virtual void Scale(int /*dpi*/) {}
     // A control that shows nothing must not hide what it lies over.
     virtual bool IsEmpty() const { return false; }
 
@@ -73,7 +73,7 @@ private:
     Win32Window& owner_;
     Control& model_;
     HWND__* real_ = nullptr;
-    int dots_ = 0;
+    int dpi_ = 0;
 
     // As last shown.
     Shown<std::string> text_{{}};

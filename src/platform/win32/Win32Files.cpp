@@ -83,7 +83,7 @@ bool Win32Files::List(const std::string& folder, std::string_view ending, std::v
     std::vector<std::pair<std::wstring, ListedName>> found; // with the key in front
     do {
         const std::wstring wide = data.cFileName;
-        std::string name = NarrowOf(wide);
+        std::string name = Utf8Of(wide);
         if (!IsDots(wide) && EndsWithRegardlessOfCase(name, ending))
             found.push_back(
                 {OrderKey(wide), {std::move(name), (data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0}});
@@ -109,7 +109,7 @@ FilePlace Win32Files::PlaceOf(const std::string& file) {
         return {};
     path.resize(length);
     const std::size_t last = path.rfind(L'\\') + 1;
-    return {IdentityOf(path.substr(0, last)), NarrowOf(path.substr(last))};
+    return {IdentityOf(path.substr(0, last)), Utf8Of(path.substr(last))};
 }
 
 bool Win32Files::Read(const std::string& file, std::size_t limit, std::string& bytes) {
@@ -144,7 +144,7 @@ std::string Win32Files::FavoritesFolder() {
     wchar_t path[MAX_PATH] = {};
     const bool named = SHGetPathFromIDListW(place, path) != 0;
     CoTaskMemFree(place);
-    return named ? NarrowOf(path) : std::string();
+    return named ? Utf8Of(path) : std::string();
 }
 
 } // namespace tarnwick

@@ -154,7 +154,7 @@ void Win32Grid::FollowMouse(int x, int y) {
     if (!text.empty()) {
         ListView_GetSubItemRect(Real(), hit.iItem, hit.iSubItem, LVIR_BOUNDS, &cell);
         cell.right = cell.left + ListView_GetColumnWidth(Real(), hit.iSubItem);
-        const int margins = ScaledPixels(12, dots_);
+        const int margins = ScaledPixels(12, dpi_);
         const std::wstring shown = SingleLineOf(text);
         if (Send(LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(shown.c_str())) + margins <= cell.right - cell.left)
             text.clear();
@@ -196,7 +196,7 @@ void Win32Grid::ShowColumns() {
         LVCOLUMNW row = {};
         row.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_SUBITEM;
         row.pszText = header.data();
-        row.cx = ScaledPixels(column.Width, dots_);
+        row.cx = ScaledPixels(column.Width, dpi_);
         row.iSubItem = static_cast<int>(columns_.size());
         Send(LVM_INSERTCOLUMNW, columns_.size(), reinterpret_cast<LPARAM>(&row));
         columns_.push_back(static_cast<int>(i) + 1);
@@ -214,9 +214,9 @@ void Win32Grid::ShowSelection() {
 }
 
 // A list view's rows are as high as its images need; one that shows nothing sets the height.
-void Win32Grid::Scale(int dots) {
-    dots_ = dots;
-    const HIMAGELIST spacer = ImageList_Create(1, ScaledPixels(grid_.DefaultRowHeight, dots) - 1, ILC_COLOR, 1, 1);
+void Win32Grid::Scale(int dpi) {
+    dpi_ = dpi;
+    const HIMAGELIST spacer = ImageList_Create(1, ScaledPixels(grid_.DefaultRowHeight, dpi) - 1, ILC_COLOR, 1, 1);
     Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(spacer));
     ImageList_Destroy(rowSpacer_);
     rowSpacer_ = spacer;

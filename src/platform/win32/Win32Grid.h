@@ -25,7 +25,7 @@ public:
 
 private:
     void SyncContent() override;
-    void Scale(int dots) override;
+    void Scale(int dpi) override;
     void ShowColumns();
     void ShowSelection();
     std::string CellText(int row, int column) const;
@@ -35,7 +35,7 @@ private:
     Shown<std::size_t> columnCount_;
     Shown<std::uint64_t> content_;
     Shown<int> selectedRow_{0};
-    int dots_ = 0;
+    int dpi_ = 0;
     std::pair<int, int> tipCell_ = {-1, -1}; // whose tool tip is set
     _IMAGELIST* rowSpacer_ = nullptr;
 };

@@ -1,6 +1,5 @@
 #include "platform/win32/Win32Look.h"
 
-#include "platform/win32/Win32System.h"
 #include "platform/win32/Win32Text.h"
 
 #include <windows.h>
@@ -19,13 +18,6 @@ namespace {
 
 constexpr int TwipsPerInch = 1440;
 constexpr int PointsPerInch = 72;
-
-int ScreenDots() {
-    const HDC screen = GetDC(nullptr);
-    const int dots = GetDeviceCaps(screen, LOGPIXELSX);
-    ReleaseDC(nullptr, screen);
-    return dots;
-}
 
 // A resource is called as its file, without the extension.
 std::wstring ResourceName(const std::string& file) { return WideOf(file.substr(0, file.rfind('.'))); }
@@ -63,20 +55,15 @@ double Contrast(COLORREF one, COLORREF other) {
 
 } // namespace
 
-int DotsOf(HWND__* window) {
-    using Function = UINT(WINAPI*)(HWND);
-    static const auto dotsForWindow = SystemFunction<Function>(L"user32.dll", "GetDpiForWindow");
-    const int dots = dotsForWindow == nullptr ? 0 : static_cast<int>(dotsForWindow(window));
-    return dots > 0 ? dots : ScreenDots();
-}
+int DpiOf(HWND__* window) { return static_cast<int>(GetDpiForWindow(window)); }
 
-int PixelsOf(int twips, int dots) { return MulDiv(twips, dots, TwipsPerInch); }
+int PixelsOf(int twips, int dpi) { return MulDiv(twips, dpi, TwipsPerInch); }
 
-int ScaledPixels(int pixelsAt96, int dots) { return MulDiv(pixelsAt96, dots, USER_DEFAULT_SCREEN_DPI); }
+int ScaledPixels(int pixelsAt96, int dpi) { return MulDiv(pixelsAt96, dpi, USER_DEFAULT_SCREEN_DPI); }
 
-HFONT__* FontOf(const Font& font, int dots) {
+HFONT__* FontOf(const Font& font, int dpi) {
     static std::map<std::tuple<int, bool, bool>, HFONT> fonts;
-    const int height = -static_cast<int>(std::lround(font.Points * dots / PointsPerInch));
+    const int height = -static_cast<int>(std::lround(font.Points * dpi / PointsPerInch));
     HFONT& made = fonts[{height, font.Bold, font.Underline}];
     if (made == nullptr)
         made =
@@ -148,17 +135,14 @@ HBITMAP__* PictureOf(const std::string& name, int width, int height) {
     return bitmap;
 }
 
-void SetIcon(HWND__* window, const std::string& name, int dots) {
-    using Function = int(WINAPI*)(int, UINT);
-    static const auto metricsForDots = SystemFunction<Function>(L"user32.dll", "GetSystemMetricsForDpi");
+void SetIcon(HWND__* window, const std::string& name, int dpi) {
     // Kept for the whole process, as they are few.
     static std::map<std::tuple<std::string, int>, HANDLE> icons;
     const std::wstring resource = ResourceName(name);
     const auto load = [&](int metric) -> HANDLE {
         if (name.empty())
             return nullptr;
-        const int size =
-            metricsForDots == nullptr ? GetSystemMetrics(metric) : metricsForDots(metric, static_cast<UINT>(dots));
+        const int size = GetSystemMetricsForDpi(metric, static_cast<UINT>(dpi));
         HANDLE& icon = icons[{name, size}];
         if (icon == nullptr)
             icon = LoadImageW(GetModuleHandleW(nullptr), resource.c_str(), IMAGE_ICON, size, size, LR_DEFAULTCOLOR);
@@ -168,16 +152,11 @@ void SetIcon(HWND__* window, const std::string& name, int dots) {
     SendMessageW(window, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(load(SM_CXSMICON)));
 }
 
-void GrowToWindow(int& width, int& height, HWND__* window, int dots) {
-    using Function = BOOL(WINAPI*)(RECT*, DWORD, BOOL, DWORD, UINT);
-    static const auto adjustForDots = SystemFunction<Function>(L"user32.dll", "AdjustWindowRectExForDpi");
+void GrowToWindow(int& width, int& height, HWND__* window, int dpi) {
     const auto style = static_cast<DWORD>(GetWindowLongW(window, GWL_STYLE));
     const auto extended = static_cast<DWORD>(GetWindowLongW(window, GWL_EXSTYLE));
     RECT area = {0, 0, width, height};
-    if (adjustForDots != nullptr)
-        adjustForDots(&area, style, FALSE, extended, static_cast<UINT>(dots));
-    else
-        AdjustWindowRectEx(&area, style, FALSE, extended);
+    AdjustWindowRectExForDpi(&area, style, FALSE, extended, static_cast<UINT>(dpi));
     width = area.right - area.left;
     height = area.bottom - area.top;
 }

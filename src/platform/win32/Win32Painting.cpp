@@ -11,9 +11,9 @@ namespace tarnwick {
 
 namespace {
 
-RECT InPixels(const Rect& place, int dots) {
-    return {PixelsOf(place.Left, dots), PixelsOf(place.Top, dots), PixelsOf(place.Left + place.Width, dots),
-            PixelsOf(place.Top + place.Height, dots)};
+RECT InPixels(const Rect& place, int dpi) {
+    return {PixelsOf(place.Left, dpi), PixelsOf(place.Top, dpi), PixelsOf(place.Left + place.Width, dpi),
+            PixelsOf(place.Top + place.Height, dpi)};
 }
 
 bool Overlap(const Rect& one, const Rect& other) {
@@ -23,19 +23,19 @@ bool Overlap(const Rect& one, const Rect& other) {
 
 } // namespace
 
-void PaintGround(HDC__* surface, HWND__* real, const Window& window, int dots) {
+void PaintGround(HDC__* surface, HWND__* real, const Window& window, int dpi) {
     RECT area;
     GetClientRect(real, &area);
     FillRect(surface, &area, BrushOf(ColorValue(window.BackColor, ColorRole::ButtonFace)));
     if (window.Edge != 0)
         DrawEdge(surface, &area, static_cast<UINT>(window.Edge), BF_RECT);
-    const int thickness = std::max(1, ScaledPixels(1, dots));
+    const int thickness = std::max(1, ScaledPixels(1, dpi));
     for (const Control* control : window.Controls) {
         const bool isLine = control->Kind == ControlKind::Line;
         if ((!isLine && control->Kind != ControlKind::Shape) || !IsShown(window, *control))
             continue;
         const HBRUSH brush = BrushOf(ColorValue(control->ForeColor, ColorRole::ButtonText));
-        RECT side = InPixels(PlaceInWindow(*control), dots);
+        RECT side = InPixels(PlaceInWindow(*control), dpi);
         if (isLine) {
             side.bottom = std::max<LONG>(side.bottom, side.top + thickness);
             FillRect(surface, &side, brush);

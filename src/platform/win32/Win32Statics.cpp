@@ -81,7 +81,7 @@ void Win32Picture::SyncContent() {
         Scale(0);
 }
 
-void Win32Picture::Scale(int /*dots*/) {
+void Win32Picture::Scale(int /*dpi*/) {
     if (picture_.Picture.empty())
         return;
     RECT area;

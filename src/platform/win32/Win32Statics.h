@@ -34,7 +34,7 @@ public:
 
 private:
     void SyncContent() override;
-    void Scale(int dots) override;
+    void Scale(int dpi) override;
     bool IsEmpty() const override { return picture_.Picture.empty(); }
 
     PictureBox& picture_;

@@ -10,9 +10,7 @@ void* SystemAddress(const wchar_t* library, const char* function) {
 }
 
 void LoadFromSystemAlone() {
-    using Function = BOOL(WINAPI*)(DWORD);
-    if (const auto limit = SystemFunction<Function>(L"kernel32.dll", "SetDefaultDllDirectories"))
-        limit(LOAD_LIBRARY_SEARCH_SYSTEM32);
+    SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32);
     SetDllDirectoryW(L"");
 }
 

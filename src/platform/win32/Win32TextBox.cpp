@@ -22,8 +22,8 @@ void Win32TextBox::OnCommand(unsigned notice) {
         return;
     std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(Real())) + 1, L'\0');
     text.resize(static_cast<std::size_t>(GetWindowTextW(Real(), text.data(), static_cast<int>(text.size()))));
-    shown_.Differs(NarrowOf(text));
-    Owner().Pass([&box = box_, typed = NarrowOf(text)](Input& input) { input.Edit(box, typed); });
+    shown_.Differs(Utf8Of(text));
+    Owner().Pass([&box = box_, typed = Utf8Of(text)](Input& input) { input.Edit(box, typed); });
 }
 
 void Win32TextBox::SyncContent() {

@@ -140,8 +140,8 @@ void Win32Tree::ShowCheck(int index) const {
     Send(TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
 }
 
-void Win32Tree::Scale(int dots) {
-    dots_ = dots;
+void Win32Tree::Scale(int dpi) {
+    dpi_ = dpi;
     ShowColors();
 }
 
@@ -149,7 +149,7 @@ void Win32Tree::ShowColors() {
     Win32Control::ShowColors();
     TreeView_SetTextColor(Real(), ColorValue(tree_.ForeColor, ColorRole::ButtonText));
     const HIMAGELIST former = boxes_;
-    boxes_ = MakeCheckImages(Real(), dots_);
+    boxes_ = MakeCheckImages(Real(), dpi_);
     TreeView_SetImageList(Real(), boxes_, TVSIL_STATE);
     ImageList_Destroy(former);
 }

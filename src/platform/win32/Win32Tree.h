@@ -19,7 +19,7 @@ public:
 
 private:
     void SyncContent() override;
-    void Scale(int dots) override;
+    void Scale(int dpi) override;
     void ShowColors() override;
     void ShowNodes();
     void ShowChecks() const;
@@ -34,7 +34,7 @@ private:
     std::vector<_TREEITEM*> lastBelow_; // the last node under each, by index; under the top level at 0
     Shown<std::uint64_t> nodes_;
     Shown<std::uint64_t> checks_;
-    int dots_ = 0;
+    int dpi_ = 0;
     _IMAGELIST* boxes_ = nullptr;
 };
 

@@ -101,26 +101,26 @@ void Win32Window::Build() {
     for (auto control = order.rbegin(); control != order.rend(); ++control)
         if (const Win32Control* made = Find(*control))
             SetWindowPos(made->Real(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-    dots_ = DotsOf(real_);
+    dpi_ = DpiOf(real_);
     Place();
 }
 
-std::pair<int, int> Win32Window::SizeAt(int dots) const {
-    int width = PixelsOf(model_.ClientWidth, dots);
-    int height = PixelsOf(model_.ClientHeight, dots);
-    GrowToWindow(width, height, real_, dots);
+std::pair<int, int> Win32Window::SizeAt(int dpi) const {
+    int width = PixelsOf(model_.ClientWidth, dpi);
+    int height = PixelsOf(model_.ClientHeight, dpi);
+    GrowToWindow(width, height, real_, dpi);
     return {width, height};
 }
 
 void Win32Window::Place() {
-    const auto [width, height] = SizeAt(dots_);
+    const auto [width, height] = SizeAt(dpi_);
     SetWindowPos(real_, nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     for (const auto& control : controls_) {
-        control->Place(dots_);
+        control->Place(dpi_);
         if (const std::string& tip = *control->Model().ToolTip; !tip.empty())
             toolTips_.Show(real_, control->Real(), tip);
     }
-    SetIcon(real_, model_.Icon, dots_);
+    SetIcon(real_, model_.Icon, dpi_);
 }
 
 void Win32Window::Center(HWND__* owner) {
@@ -172,7 +172,7 @@ void Win32Window::SyncFrame() {
     if (title_.Differs(model_.Title))
         SetWindowTextW(real_, SingleLineOf(model_.Title).c_str());
     if (icon_.Differs(model_.Icon))
-        SetIcon(real_, model_.Icon, dots_);
+        SetIcon(real_, model_.Icon, dpi_);
     if (ground_.Differs({model_.BackColor, model_.Edge}))
         InvalidateRect(real_, nullptr, TRUE);
     if (topMost_.Differs(model_.TopMost))
@@ -254,8 +254,8 @@ bool Win32Window::OnKey(const tagMSG& message) {
 void Win32Window::OnMouse(const tagMSG& message) {
     POINT place = {GET_X_LPARAM(message.lParam), GET_Y_LPARAM(message.lParam)};
     MapWindowPoints(message.hwnd, real_, &place, 1);
-    const int x = MulDiv(place.x, 1440, dots_);
-    const int y = MulDiv(place.y, 1440, dots_);
+    const int x = MulDiv(place.x, 1440, dpi_);
+    const int y = MulDiv(place.y, 1440, dpi_);
     Control* control = ControlAt(model_, x, y);
     const bool onLabel = control != nullptr && control->Kind == ControlKind::Label;
     if (message.message == WM_MOUSEMOVE)
@@ -278,8 +278,8 @@ void Win32Window::OnNewColors(unsigned message, std::uintptr_t first, std::intpt
     RedrawWindow(real_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
-void Win32Window::OnNewScale(int dots, long left, long top) {
-    dots_ = dots;
+void Win32Window::OnNewScale(int dpi, long left, long top) {
+    dpi_ = dpi;
     SetWindowPos(real_, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     Place();
     RedrawWindow(real_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
@@ -309,7 +309,7 @@ std::intptr_t Win32Window::OnMessage(unsigned message, std::uintptr_t first, std
     // Themed controls have their window paint behind them.
     case WM_ERASEBKGND:
     case WM_PRINTCLIENT:
-        PaintGround(reinterpret_cast<HDC>(first), real_, model_, dots_);
+        PaintGround(reinterpret_cast<HDC>(first), real_, model_, dpi_);
         return TRUE;
     case WM_SYSCOLORCHANGE:
     case WM_THEMECHANGED:

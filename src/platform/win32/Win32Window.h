@@ -66,7 +66,7 @@ public:
 private:
     void Build();
     void Place();
-    std::pair<int, int> SizeAt(int dots) const;
+    std::pair<int, int> SizeAt(int dpi) const;
     void Center(HWND__* owner);
     void SyncFrame();
     // The control that this window belongs to, be it a part of it; nullptr when it is none of ours.
@@ -80,7 +80,7 @@ private:
     bool OnKey(const tagMSG& message);
     void OnMouse(const tagMSG& message);
     void OnNewColors(unsigned message, std::uintptr_t first, std::intptr_t second);
-    void OnNewScale(int dots, long left, long top);
+    void OnNewScale(int dpi, long left, long top);
 
     Window& model_;
     std::shared_ptr<Window> kept_;
@@ -90,7 +90,7 @@ private:
     Win32ToolTips toolTips_;
     std::vector<std::unique_ptr<Win32Control>> controls_; // in the order of the table
     std::pair<long, long> menuPlace_;
-    int dots_ = 0;
+    int dpi_ = 0;
     const Control* lastFocus_ = nullptr; // had the focus last
 
     // As last shown.
