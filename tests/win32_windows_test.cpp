@@ -189,6 +189,17 @@ protected:
         return tip.rect.right;
     }
 
+    static std::vector<COLORREF> Pixels(HWND of, const RECT& part) {
+        std::vector<COLORREF> pixels;
+        UpdateWindow(of);
+        const HDC surface = GetDC(of);
+        for (LONG y = part.top; y < part.bottom; ++y)
+            for (LONG x = part.left; x < part.right; ++x)
+                pixels.push_back(GetPixel(surface, x, y));
+        ReleaseDC(of, surface);
+        return pixels;
+    }
+
     Win32Person& person = static_cast<Win32Person&>(p);
 };
 
@@ -319,16 +330,36 @@ TEST_F(Win32WindowsTest, AHeaderLooksTheSameUnderTheMouse) {
     Show();
     const HWND header = ListView_GetHeader(Real(w.Grid1));
     SetWindowLongW(header, GWL_STYLE, GetWindowLongW(header, GWL_STYLE) | HDS_HOTTRACK); // as themes do
-    const HDC surface = GetDC(header);
-    std::vector<COLORREF> looks[2];
-    for (std::vector<COLORREF>& look : looks) {
-        UpdateWindow(header);
-        for (int place = 0; place < 100 * 20; ++place)
-            look.push_back(GetPixel(surface, place % 100, place / 100));
-        person.Post(WM_MOUSEMOVE, header, 20, 5);
+    const std::vector<COLORREF> before = Pixels(header, {0, 0, 100, 20});
+    person.Post(WM_MOUSEMOVE, header, 20, 5);
+    EXPECT_EQ(Pixels(header, {0, 0, 100, 20}), before);
+}
+
+TEST_F(Win32WindowsTest, DrawsItsTreeAsThePlainOneOfTheSystem) {
+    Show();
+    const HWND tree = Real(w.Tree1);
+    const DWORD style = static_cast<DWORD>(GetWindowLongW(tree, GWL_STYLE)) & ~DWORD{TVS_CHECKBOXES | WS_CHILD};
+    const HWND plain = CreateWindowExW(0, WC_TREEVIEWW, nullptr, style | WS_POPUP | WS_VISIBLE, 500, 0, 300, 100,
+                                       nullptr, nullptr, nullptr, nullptr);
+    for (HTREEITEM item = TreeView_GetRoot(tree), parent = nullptr; item != nullptr;
+         item = TreeView_GetNextVisible(tree, item)) {
+        wchar_t text[100] = {};
+        TVINSERTSTRUCTW row = {parent == nullptr ? TVI_ROOT : parent, TVI_LAST, {}};
+        row.item = {TVIF_TEXT, item, 0, 0, text, 100, 0, 0, 0, 0};
+        TreeView_GetItem(tree, &row.item);
+        const HTREEITEM made = TreeView_InsertItem(plain, &row);
+        parent = parent == nullptr ? made : parent;
+        TreeView_Expand(plain, parent, TVE_EXPAND);
     }
-    ReleaseDC(header, surface);
-    EXPECT_EQ(looks[0], looks[1]);
+    const RECT buttonsAndLines = {0, 0, TreeView_GetIndent(tree), 3 * TreeView_GetItemHeight(tree)};
+    const RECT ground = {150, 60, 160, 70};
+    EXPECT_EQ(Pixels(tree, buttonsAndLines), Pixels(plain, buttonsAndLines));
+    EXPECT_EQ(Pixels(tree, ground), std::vector<COLORREF>(100, GetSysColor(COLOR_WINDOW)));
+    const HDC surface = GetDC(tree);
+    SendMessageW(Form(), WM_CTLCOLOREDIT, reinterpret_cast<WPARAM>(surface), reinterpret_cast<LPARAM>(tree));
+    EXPECT_EQ(GetBkColor(surface), GetSysColor(COLOR_WINDOW)) << "what the control may ask for";
+    ReleaseDC(tree, surface);
+    DestroyWindow(plain);
 }
 
 // Any program may send these.

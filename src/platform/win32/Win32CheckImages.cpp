@@ -14,14 +14,15 @@ namespace {
 // The check boxes of the theme that draws the desktop's controls, if one does.
 class ThemedBoxes {
 public:
-    ThemedBoxes(HWND window, int dpi) {
+    // Of no window: one would take the theme for its own.
+    explicit ThemedBoxes(int dpi) {
         static const auto open = SystemFunction<HANDLE(WINAPI*)(HWND, LPCWSTR)>(L"uxtheme.dll", "OpenThemeData");
-        static const auto openForDots =
+        static const auto openForDpi =
             SystemFunction<HANDLE(WINAPI*)(HWND, LPCWSTR, UINT)>(L"uxtheme.dll", "OpenThemeDataForDpi");
-        if (openForDots != nullptr)
-            theme_ = openForDots(window, L"BUTTON", static_cast<UINT>(dpi));
+        if (openForDpi != nullptr)
+            theme_ = openForDpi(nullptr, L"BUTTON", static_cast<UINT>(dpi));
         else if (open != nullptr)
-            theme_ = open(window, L"BUTTON");
+            theme_ = open(nullptr, L"BUTTON");
     }
     ~ThemedBoxes() {
         static const auto close = SystemFunction<HRESULT(WINAPI*)(HANDLE)>(L"uxtheme.dll", "CloseThemeData");
@@ -45,7 +46,7 @@ private:
 
 } // namespace
 
-_IMAGELIST* MakeCheckImages(HWND__* tree, int dpi) {
+_IMAGELIST* MakeCheckImages(int dpi) {
     constexpr int count = 3;
     const int size = ScaledPixels(16, dpi);
     const int gap = size / 8;
@@ -55,7 +56,7 @@ _IMAGELIST* MakeCheckImages(HWND__* tree, int dpi) {
     const HGDIOBJ former = SelectObject(surface, bitmap);
     const RECT ground = {0, 0, count * size, size};
     FillRect(surface, &ground, GetSysColorBrush(COLOR_WINDOW));
-    const ThemedBoxes themed(tree, dpi);
+    const ThemedBoxes themed(dpi);
     for (const int image : {1, 2}) {
         RECT box = {image * size + gap, gap, (image + 1) * size - gap, size - gap};
         const bool ticked = image == 2;

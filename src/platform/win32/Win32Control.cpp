@@ -85,7 +85,9 @@ HBRUSH__* Win32Control::PrepareColors(HDC__* surface) const {
     const auto isOwn = [](const Color& color) {
         return color.Role != ColorRole::ControlDefault && color.Role != ColorRole::Transparent;
     };
-    const Color below = model_.Container != nullptr ? (*model_.Container)->BackColor : owner_.Model().BackColor;
+    const Color below = HasOwnGround()                ? Color::Of(ColorRole::WindowBackground)
+                        : model_.Container != nullptr ? (*model_.Container)->BackColor
+                                                      : owner_.Model().BackColor;
     const COLORREF back = ColorValue(isOwn(model_.BackColor) ? model_.BackColor : below, ColorRole::ButtonFace);
     SetTextColor(surface, ReadableOn(back, ColorValue(model_.ForeColor, ColorRole::ButtonText)));
     SetBkColor(surface, back);

@@ -42,6 +42,9 @@ public:
     // The caption that the user saw when the message that is being handled was on its way.
     virtual const std::string& SeenCaption() const { return model_.Caption; }
     virtual void ShowColors();
+    // The ground that ControlDefault means where it isn't that of what the control lies on: of boxes for text and
+    // lists.
+    virtual bool HasOwnGround() const { return false; }
     // The menu key.
     virtual void OpenMenuByKey() {}
 

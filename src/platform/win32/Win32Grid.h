@@ -23,6 +23,8 @@ public:
     void PressAt(int button, int x, int y);
     void FollowMouse(int x, int y);
 
+    bool HasOwnGround() const override { return true; }
+
 private:
     void SyncContent() override;
     void Scale(int dpi) override;

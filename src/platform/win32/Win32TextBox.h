@@ -10,6 +10,8 @@ public:
 
     void OnCommand(unsigned notice) override;
 
+    bool HasOwnGround() const override { return true; }
+
 private:
     void SyncContent() override;
 

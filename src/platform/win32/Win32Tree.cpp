@@ -149,7 +149,7 @@ void Win32Tree::ShowColors() {
     Win32Control::ShowColors();
     TreeView_SetTextColor(Real(), ColorValue(tree_.ForeColor, ColorRole::ButtonText));
     const HIMAGELIST former = boxes_;
-    boxes_ = MakeCheckImages(Real(), dpi_);
+    boxes_ = MakeCheckImages(dpi_);
     TreeView_SetImageList(Real(), boxes_, TVSIL_STATE);
     ImageList_Destroy(former);
 }

@@ -17,6 +17,8 @@ public:
     std::intptr_t OnNotify(tagNMHDR& notice) override;
     void OnPosted(std::intptr_t what) override;
 
+    bool HasOwnGround() const override { return true; }
+
 private:
     void SyncContent() override;
     void Scale(int dpi) override;
