@@ -1,6 +1,7 @@
 #include "LoopbackPeer.h"
 #include "contract_sockets.h"
 #include "probe/HostLookups.h"
+#include "shell/Form2.h"
 
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -128,9 +129,21 @@ TEST_F(PosixSocketsTest, LeavesNoDescriptorOpen) {
 
 TEST_F(PosixSocketsTest, ALateNameIsFoundAndADeadOneIsLeftInTime) {
     const std::int64_t start = machine.Clock.Now();
-    EXPECT_EQ(AddressOfHost("late.example", 60000), std::string("\x7F\0\0\5", 4));
-    EXPECT_EQ(AddressOfHost("dead.example", 200), "");
+    HostLookups lookUps;
+    EXPECT_EQ(lookUps.AddressOf("late.example", 60000), std::string("\x7F\0\0\5", 4));
+    EXPECT_EQ(lookUps.AddressOf("dead.example", 200), "");
     EXPECT_LT(machine.Clock.Now() - start, 5000);
+}
+
+// As when the display goes away.
+TEST_F(PosixSocketsTest, TheProgramExitsCleanlyWithALookUpUnderWay) {
+    constexpr int ownStatus = 7;
+    const int status = InChild([] {
+        Form2->SOCKET->SOCKET_CONNECT(Form2->Handle(), "dead.example", 80, 50);
+        std::exit(ownStatus);
+        return 0;
+    });
+    EXPECT_EQ(status, ownStatus);
 }
 
 } // namespace

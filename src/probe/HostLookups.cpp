@@ -3,8 +3,6 @@
 #include "services/Services.h"
 
 #include <algorithm>
-#include <map>
-#include <memory>
 #include <string_view>
 
 namespace tarnwick {
@@ -14,10 +12,8 @@ namespace {
 constexpr std::size_t NameLimit = 253; // characters of a name (RFC 1035, 2.3.4: 255 bytes on the wire)
 constexpr std::size_t LabelLimit = 63; // RFC 1035, 2.3.4
 
-// A resolver that gives a name up after half a minute leaves fewer than these at one link a second.
+// A resolver that gives a name up after half a minute leaves fewer than these at one link per second.
 constexpr std::size_t MostUnderWay = 64;
-
-std::map<std::string, std::shared_ptr<HostLookup>> underWay; // by name; those that nobody waited for to the end
 
 bool IsHostName(std::string_view name) {
     if (name.ends_with('.'))
@@ -35,29 +31,40 @@ bool IsHostName(std::string_view name) {
 
 } // namespace
 
-std::string AddressOfHost(const std::string& name, std::int64_t ms) {
+std::string HostLookups::AddressOf(const std::string& name, std::int64_t ms) {
     if (!IsHostName(name))
         return {};
-    std::erase_if(underWay, [](const auto& entry) { return entry.second->Wait(0); });
-    auto found = underWay.find(name);
-    if (found == underWay.end()) {
-        if (underWay.size() >= MostUnderWay)
-            return {};
-        const auto started = services().Sockets.LookUp(name);
-        if (started == nullptr)
-            return {};
-        found = underWay.emplace(name, started).first;
-    }
-    HostLookup& lookUp = *found->second;
-    services().Windows.PaintUntil([&lookUp](std::int64_t slice) { return lookUp.Wait(slice); },
+    services().Windows.PaintUntil([&](std::int64_t slice) { return WaitFor(name, slice); },
                                   std::max<std::int64_t>(ms, 0));
-    if (!lookUp.Wait(0))
+    const auto found = underWay_.find(name);
+    if (found == underWay_.end() || !found->second->Wait(0))
         return {};
-    std::string address = lookUp.Address();
-    underWay.erase(found);
+    std::string address = found->second->Address();
+    underWay_.erase(found);
     return address;
 }
 
-void ForgetLookups() { underWay.clear(); }
+// True: the name's look-up has ended, or can't be started at all.
+bool HostLookups::WaitFor(const std::string& name, std::int64_t ms) {
+    const std::int64_t end = services().Clock.Now() + ms;
+    while (!IsStarted(name)) {
+        if (underWay_.empty())
+            return true;
+        underWay_.begin()->second->Wait(end - services().Clock.Now());
+        if (services().Clock.Now() >= end)
+            return false;
+    }
+    return underWay_[name]->Wait(end - services().Clock.Now());
+}
+
+bool HostLookups::IsStarted(const std::string& name) {
+    if (underWay_.contains(name))
+        return true;
+    std::erase_if(underWay_, [](const auto& entry) { return entry.second->Wait(0); });
+    const auto started = underWay_.size() < MostUnderWay ? services().Sockets.LookUp(name) : nullptr;
+    if (started != nullptr)
+        underWay_[name] = started;
+    return started != nullptr;
+}
 
 } // namespace tarnwick

@@ -36,7 +36,7 @@ Winsock::Winsock() {
 Winsock::~Winsock() {
     if (SocketModule::SocketHandle > 0)
         services().Sockets.Close(SocketModule::SocketHandle);
-    WinsockAPI::CleanupNetwork();
+    services().Sockets.Cleanup();
     Instance = nullptr;
 }
 
@@ -49,7 +49,8 @@ void Winsock::SOCKET_CONNECT(WindowHandle lngHandle, const std::string& szHost, 
         services().Sockets.Close(SocketModule::SocketHandle);
         SocketModule::SocketHandle = 0;
     }
-    SocketModule::SocketHandle = FittedHandle(WinsockAPI::OpenClientSocket(szHost, intPort, lngHandle, lookUpMs));
+    SocketModule::SocketHandle =
+        FittedHandle(WinsockAPI::OpenClientSocket(szHost, intPort, lngHandle, lookUps_, lookUpMs));
 }
 
 void Winsock::SOCKET_DISCONNECT(WindowHandle lngHandle) {
@@ -60,8 +61,8 @@ void Winsock::SOCKET_DISCONNECT(WindowHandle lngHandle) {
 
 std::string Winsock::SOCKET_GET_LOCALHOST() const { return WinsockAPI::LocalHostName(); }
 
-std::string Winsock::SOCKET_GET_REMOTEHOST(const std::string& szRemoteMachine) const {
-    return WinsockAPI::HostNameFromAddress(WinsockAPI::AddressFromHost(szRemoteMachine, LongestLookUp));
+std::string Winsock::SOCKET_GET_REMOTEHOST(const std::string& szRemoteMachine) {
+    return WinsockAPI::HostNameFromAddress(WinsockAPI::AddressFromHost(szRemoteMachine, lookUps_, LongestLookUp));
 }
 
 void Winsock::SOCKET_RAISEEVENT(std::int32_t SOCKET_EVENT, std::int32_t param1, const std::string& param2) {

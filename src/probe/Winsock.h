@@ -3,6 +3,7 @@
 // The engine of the one client socket: starts a connection, sends, closes, and turns the machine's socket messages into
 // events. It knows nothing of HTTP. There is exactly one object of it, owned by Form2.
 
+#include "probe/HostLookups.h"
 #include "services/Services.h"
 
 #include <cstdint>
@@ -33,7 +34,7 @@ public:
     // when there is none.
     void SOCKET_DISCONNECT(WindowHandle lngHandle);
     std::string SOCKET_GET_LOCALHOST() const;
-    std::string SOCKET_GET_REMOTEHOST(const std::string& szRemoteMachine) const;
+    std::string SOCKET_GET_REMOTEHOST(const std::string& szRemoteMachine);
     // 0 Connect, 1 Disconnect, 2 Receive with `param2`, 3 Accept with `param1`; any other number raises nothing.
     void SOCKET_RAISEEVENT(std::int32_t SOCKET_EVENT, std::int32_t param1 = 0, const std::string& param2 = {});
     void SOCKET_SEND(const std::string& What);
@@ -41,6 +42,9 @@ public:
 
     // 0: no socket; -1: the last connection could not be started; else the socket.
     std::int16_t SocketHandle() const;
+
+private:
+    HostLookups lookUps_;
 };
 
 } // namespace tarnwick

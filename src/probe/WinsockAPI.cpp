@@ -20,14 +20,14 @@ SocketNumber GiveUp(SocketNumber socket) {
 } // namespace
 
 SocketNumber OpenClientSocket(const std::string& szHost, std::int16_t intPort, WindowHandle lngHandle,
-                              std::int64_t lookUpMs) {
+                              HostLookups& lookUps, std::int64_t lookUpMs) {
     SocketService& sockets = services().Sockets;
     AddressRecord address;
     address.Family = FamilyInternet;
     address.Port = sockets.HostToNetwork(intPort);
     if (intPort == NoPort)
         return SocketError::Failed;
-    address.Address = AddressFromHost(szHost, lookUpMs);
+    address.Address = AddressFromHost(szHost, lookUps, lookUpMs);
     if (address.Address == NoAddress)
         return SocketError::Failed;
     const SocketNumber socket = sockets.Open(FamilyInternet, TypeStream, ProtocolTcp);
@@ -52,11 +52,11 @@ std::int32_t SetSocketLinger(SocketNumber socket, std::uint16_t onOff, std::uint
                                                                                                 : SocketError::Failed;
 }
 
-std::uint32_t AddressFromHost(const std::string& szHost, std::int64_t lookUpMs) {
+std::uint32_t AddressFromHost(const std::string& szHost, HostLookups& lookUps, std::int64_t lookUpMs) {
     const std::uint32_t dotted = services().Sockets.AddressFromText(szHost);
     if (dotted != NoAddress)
         return dotted;
-    const std::string bytes = AddressOfHost(szHost, lookUpMs);
+    const std::string bytes = lookUps.AddressOf(szHost, lookUpMs);
     if (bytes.empty())
         return NoAddress;
     std::uint32_t address = 0;
@@ -78,11 +78,6 @@ std::string LocalHostName() {
 
 std::int32_t SendBytes(std::int16_t socket, const std::string& text) {
     return text.empty() ? 0 : services().Sockets.Send(socket, text);
-}
-
-void CleanupNetwork() {
-    ForgetLookups();
-    services().Sockets.Cleanup();
 }
 
 } // namespace tarnwick::WinsockAPI

@@ -7,6 +7,10 @@
 #include <cstdint>
 #include <string>
 
+namespace tarnwick {
+class HostLookups;
+}
+
 namespace tarnwick::WinsockAPI {
 
 inline constexpr std::uint32_t SocketMessage = 1025; // WM_USER + 1, brings a socket's events
@@ -17,14 +21,14 @@ inline constexpr std::int16_t NoPort = -1; // no connection can be started to it
 // socket, or SocketError::Failed when it can't even be started, to NoPort above all, and then nothing stays open. A
 // look-up of the host ends within `lookUpMs`.
 SocketNumber OpenClientSocket(const std::string& szHost, std::int16_t intPort, WindowHandle lngHandle,
-                              std::int64_t lookUpMs);
+                              HostLookups& lookUps, std::int64_t lookUpMs);
 
 // 0, or -1.
 std::int32_t SetSocketLinger(SocketNumber socket, std::uint16_t onOff, std::uint16_t seconds);
 
 // Network order; all bits set when the host can't be resolved within `lookUpMs`. Windows are painted meanwhile, and
 // nothing else happens.
-std::uint32_t AddressFromHost(const std::string& szHost, std::int64_t lookUpMs);
+std::uint32_t AddressFromHost(const std::string& szHost, HostLookups& lookUps, std::int64_t lookUpMs);
 
 // "Unknown" when there is no answer.
 std::string HostNameFromAddress(std::uint32_t address);
@@ -32,7 +36,5 @@ std::string LocalHostName();
 
 // Sends the text in one call; the number of bytes taken, or -1. An empty text sends nothing.
 std::int32_t SendBytes(std::int16_t socket, const std::string& text);
-
-void CleanupNetwork();
 
 } // namespace tarnwick::WinsockAPI
