@@ -137,7 +137,9 @@ class SettingsContract : public testing::Test {
 protected:
     // Each as a new start of the program does it.
     std::string Read(const std::string& key, const std::string& section = "Preferences") const {
-        return home.Settings().Read("Tarnwick", section, key, "(default)");
+        std::vector<Setting> settings = {{key, "(default)"}};
+        home.Settings().Read("Tarnwick", section, settings);
+        return settings[0].Value;
     }
     bool Write(const std::vector<Setting>& settings, const std::string& section = "Preferences") const {
         return home.Settings().Write("Tarnwick", section, settings);

@@ -27,6 +27,7 @@ TEST_F(FavoritesTest, SplitsUrls) {
         {"http://a.example:/x", {"a.example", "/x", "", "", ""}},
         {"http:/a.example/x", {"http", "/a.example/x", "", "", ""}}, // no scheme to drop, and a ":" in front of the "/"
         {"https:/", {"", "/", "80", "", ""}},
+        {"https:/\u00E9a/b", {"a", "/b", "80", "", ""}},
         {"http", {"http", "/", "80", "", ""}},
         {"ftp://a.example/x", {"", "kept", "kept", "kept", "kept"}}};
     for (const auto& [url, pieces] : cases) {
@@ -136,6 +137,8 @@ protected:
         favorites.AddLink("Zoo\\last.url", favorites.Full("own.url"));
         favorites.AddLink("Zoo\\zz.url", favorites.Full("Zoo\\z.url"));
         favorites.AddLink("Zoo\\gone.url", favorites.Full("gone.url"));
+        favorites.AddUnlisted("Work\\hidden.url");
+        favorites.AddLink("Zoo\\hidden.url", favorites.Full("Work\\hidden.url"));
         StartProgram();
     }
 
@@ -160,16 +163,24 @@ TEST_F(WalkTest, ACheckTakesEachFileOnceUnderItsFirstRoad) {
     EXPECT_EQ(TakenBy({"- Favorites Root -"}),
               (Strings{"own.url", "- Favorites Root -\\lost.url", "Album\\first.url", "Arbeit\\w.url",
                        "Arbeit\\Inner\\y.url", "Arbeit\\Inner\\Last\\l.url", "Arbeit\\My.URLs\\m.url",
-                       "Scan subfolders\\s.url", "Zoo\\gone.url", "Zoo\\z.url"}));
+                       "Scan subfolders\\s.url", "Zoo\\gone.url", "Zoo\\hidden.url", "Zoo\\z.url"}));
     EXPECT_EQ(Cells(Form5->Grid1, ReportColumn::Folder),
               (Strings{"Favorites root", "- Favorites Root -", "Album", "Inner", "Last", "My.URLs", "Scan subfolders",
                        "Zoo"}));
 }
 
+TEST_F(WalkTest, ALinkedFavoritesFolderKeepsACheckOutOfTheFoldersAboveTheRealOne) {
+    MemoryFavorites& favorites = machine.Favorites;
+    favorites.AddFolder("Real\\Favorites");
+    favorites.AddLink("Mine", favorites.Full("Real\\Favorites"));
+    favorites.AddLink("Real\\Favorites\\Up", favorites.Full("Real"));
+    EXPECT_FALSE(Visits(favorites.Full("Mine\\")).Enter(favorites.Full("Mine\\Up\\")));
+}
+
 TEST_F(WalkTest, ACheckStaysOutOfTheFoldersAboveAndCanBeStoppedBetweenTwoFolders) {
     EXPECT_EQ(TakenBy({"Zoo", "Work"}),
               (Strings{"Work\\w.url", "Work\\x.url", "Work\\Inner\\y.url", "Work\\Inner\\Last\\l.url",
-                       "Work\\My.URLs\\m.url", "Zoo\\gone.url", "Zoo\\last.url", "Zoo\\z.url"}));
+                       "Work\\My.URLs\\m.url", "Zoo\\gone.url", "Zoo\\hidden.url", "Zoo\\last.url", "Zoo\\z.url"}));
     const Strings own = {"Work\\w.url", "Work\\x.url"};
     EXPECT_EQ(TakenBy({"Scan subfolders", "Work"}), own);
     // A pass for each node, shortcut and entry, and two for the wait for a link.
@@ -179,14 +190,19 @@ TEST_F(WalkTest, ACheckStaysOutOfTheFoldersAboveAndCanBeStoppedBetweenTwoFolders
 }
 
 TEST_F(WalkTest, TheDuplicateCheckTakesEachFileOnceUnderItsFirstRoad) {
-    const Strings once = {"own.url",       "- Favorites Root -\\lost.url", "Album\\first.url",
-                          "Arbeit\\w.url", "Scan subfolders\\s.url",       "Zoo\\gone.url",
+    const Strings once = {"own.url",
+                          "- Favorites Root -\\lost.url",
+                          "Album\\first.url",
+                          "Arbeit\\w.url",
+                          "Scan subfolders\\s.url",
+                          "Zoo\\gone.url",
+                          "Zoo\\hidden.url",
                           "Zoo\\z.url"};
     for (const bool identities : {true, false}) { // without any, every folder and file is a new one
         machine.Favorites.Identifies = identities;
         CheckDuplicates();
         const Strings taken = Taken();
-        EXPECT_EQ(taken.size(), identities ? 7U : 13U);
+        EXPECT_EQ(taken.size(), identities ? 8U : 14U);
         EXPECT_TRUE(!identities || taken == once) << ::testing::PrintToString(taken);
         Form7.Unload();
     }

@@ -12,6 +12,7 @@
 #include <pwd.h>
 #include <sys/file.h>
 #include <sys/resource.h>
+#include <thread>
 
 namespace tarnwick::test {
 namespace {
@@ -109,7 +110,9 @@ TEST_F(PosixSettingsTest, HandEditedFileIsReadAndItsOtherLinesStay) {
 TEST_F(PosixSettingsTest, NothingIsWrittenUnderANameThatLeadsElsewhere) {
     for (const std::string& name : Names{"", ".", "..", "a/b", "a\\b", "a\0"s}) {
         EXPECT_FALSE(home.Settings().Write(name, "Preferences", {{"Timeout", "5"}})) << name;
-        EXPECT_EQ(home.Settings().Read(name, "Preferences", "Timeout", "none"), "none") << name;
+        std::vector<Setting> settings = {{"Timeout", "none"}};
+        home.Settings().Read(name, "Preferences", settings);
+        EXPECT_EQ(settings[0].Value, "none") << name;
     }
     EXPECT_FALSE(Write({{"Timeout", "5"}}, "") || Write({{"", "5"}}));
     EXPECT_FALSE(std::filesystem::exists(home / "config"));
@@ -151,6 +154,43 @@ TEST_F(PosixSettingsTest, ASaveReplacesTheFileOrLeavesIt) {
     close(other);
     EXPECT_EQ(FileBytes(home / "real.ini"), "[Preferences]\nTimeout=5\nKept=1\n");
     EXPECT_FALSE(std::filesystem::exists(home / "real.ini.new"));
+}
+
+TEST_F(PosixSettingsTest, ASaveFollowsALinkThatLeadsToNothingYet) {
+    std::filesystem::create_directories(home / "config/Tarnwick");
+    std::filesystem::create_symlink("../../elsewhere.ini", file_);
+    EXPECT_TRUE(Write({{"Timeout", "5"}}));
+    EXPECT_TRUE(std::filesystem::is_symlink(file_));
+    EXPECT_EQ(FileBytes(home / "elsewhere.ini"), "[Preferences]\nTimeout=5\n");
+    std::filesystem::remove(file_);
+    std::filesystem::create_symlink("settings.ini", file_); // to itself
+    EXPECT_FALSE(Write({{"Timeout", "6"}}));
+    EXPECT_TRUE(std::filesystem::is_symlink(file_));
+}
+
+TEST_F(PosixSettingsTest, ASaveKeepsTheModeAndLeavesAReadOnlyFile) {
+    WriteFile(file_, "[Preferences]\nTimeout=30\n");
+    chmod(file_.c_str(), 0664);
+    EXPECT_TRUE(Write({{"Timeout", "5"}}));
+    EXPECT_EQ(std::filesystem::status(file_).permissions(), std::filesystem::perms(0664));
+    chmod(file_.c_str(), 0444);
+    EXPECT_FALSE(Write({{"Timeout", "6"}}));
+    EXPECT_EQ(Read("Timeout"), "5");
+}
+
+TEST_F(PosixSettingsTest, AReadingIsOfOneMoment) {
+    WriteFile(file_, "[Preferences]\nA=1\nB=1\n");
+    std::vector<Setting> settings(2000, {"A", ""});
+    settings.back().Key = "B";
+    std::thread other([this] {
+        for (int save = 2; save < 200; ++save)
+            Write({{"A", std::to_string(save)}, {"B", std::to_string(save)}});
+    });
+    for (int reading = 0; reading < 100; ++reading) {
+        home.Settings().Read("Tarnwick", "Preferences", settings);
+        EXPECT_EQ(settings.front().Value, settings.back().Value);
+    }
+    other.join();
 }
 
 TEST(PosixShellTest, AUrlIsOneArgumentAndNothingIsInherited) {

@@ -154,7 +154,9 @@ TEST_F(Proofs, Kill) {
     for (int attempt = 0; attempt < 1000 && killed < 200; ++attempt) {
         const std::string timeout = stored == "10" ? "11" : "10";
         const bool wasKilled = Play(timeout, microseconds(moment(random))) == 128 + SIGKILL;
-        const std::string now = PosixSettings().Read("Tarnwick", "Preferences", "Timeout", "none");
+        std::vector<Setting> settings = {{"Timeout", "none"}};
+        PosixSettings().Read("Tarnwick", "Preferences", settings);
+        const std::string now = settings[0].Value;
         EXPECT_TRUE(now == stored || now == timeout) << "neither old nor new: " << now;
         killed += wasKilled ? 1 : 0;
         changed += wasKilled && now == timeout ? 1 : 0;

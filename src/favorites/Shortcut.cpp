@@ -17,19 +17,19 @@ constexpr std::size_t ValueBufferSize = 10000; // characters, the closing NUL in
 constexpr std::size_t ReadLimit = 16U << 20U;  // bytes of a file; what comes after them is not looked for
 constexpr std::size_t CredentialSpan = 22;     // characters; an "@" further on belongs to the host or target
 
-void DropScheme(std::string_view& rest) {
-    if (BeginsWithRegardlessOfCase(rest, "HTTP://"))
-        rest.remove_prefix(7);
-    else if (BeginsWithRegardlessOfCase(rest, "HTTPS:/"))
-        rest.remove_prefix(std::min<std::size_t>(8, rest.size()));
-}
-
 // Where the first `count` characters end.
 std::size_t BytesOf(std::string_view text, std::size_t count) {
     std::size_t bytes = 0;
     for (; count > 0 && bytes < text.size(); --count)
         bytes += DecodeUtf8(text, bytes).Bytes;
     return bytes;
+}
+
+void DropScheme(std::string_view& rest) {
+    if (BeginsWithRegardlessOfCase(rest, "HTTP://"))
+        rest.remove_prefix(7);
+    else if (BeginsWithRegardlessOfCase(rest, "HTTPS:/"))
+        rest.remove_prefix(BytesOf(rest, 8)); // characters: the second "/" may be any
 }
 
 // Without a path the query is asked of the root; a fragment is the browser's alone.

@@ -3,6 +3,7 @@
 #include "services/Services.h"
 
 #include <string>
+#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -26,13 +27,15 @@ public:
     void TakeFiles(const std::string& folder, std::vector<ListedName>& names);
 
 private:
+    void StayBelow(const std::string& root);
     bool Take(const std::string& folder, const ListedName& name);
+    bool WasListed(const FilePlace& place) const;
 
     std::string root_;
     bool rootEntered_ = false;
-    std::unordered_set<std::string> above_; // identities: the Favorites folder and those above it
-    std::unordered_set<std::string> entered_;
-    std::string current_; // the identity of the folder that was entered last
+    std::unordered_set<std::string> above_;                // identities: the Favorites folder and those above it
+    std::unordered_map<std::string, std::string> entered_; // the paths of the folders, by their identities
+    std::string current_;                                  // the identity of the folder that was entered last
     std::unordered_set<std::string> taken_;
 };
 

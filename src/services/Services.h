@@ -45,6 +45,8 @@ public:
 
     // A text that only this folder has, by whatever path it is reached; empty when the machine can't say.
     virtual std::string FolderIdentity(const std::string& folder) = 0;
+    // The folder's path with every link in it followed, without a "\" at its end; empty when the machine can't say.
+    virtual std::string RealFolder(const std::string& folder) = 0;
     // An empty folder when the machine can't say.
     virtual FilePlace PlaceOf(const std::string& file) = 0;
 
@@ -70,9 +72,11 @@ class SettingsService {
 public:
     virtual ~SettingsService() = default;
 
-    virtual std::string Read(const std::string& application, const std::string& section, const std::string& key,
-                             const std::string& fallback) = 0;
-    // Stores all of the values, or returns false and leaves all of them as they were.
+    // Gives each key its stored value; one that isn't stored keeps the value that it comes with. All of them come from
+    // one reading, so that a save by another program is seen whole or not at all (on Windows value by value: the
+    // registry has no such reading).
+    virtual void Read(const std::string& application, const std::string& section, std::vector<Setting>& settings) = 0;
+    // Stores all of the values, or returns false and leaves all of them as they were. A read-only store stays.
     virtual bool Write(const std::string& application, const std::string& section,
                        const std::vector<Setting>& settings) = 0;
 };

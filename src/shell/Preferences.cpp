@@ -44,8 +44,13 @@ std::int32_t NumberOrDefault(const std::string& text, const char* fallback) {
 } // namespace
 
 void LoadPreferences() {
+    std::vector<Setting> stored;
+    for (const Key& key : Keys)
+        stored.push_back({key.Name, key.Default});
+    services().Settings.Read(Application, Section, stored);
+    auto setting = stored.begin();
     for (const Key& key : Keys) {
-        const std::string text = services().Settings.Read(Application, Section, key.Name, key.Default);
+        const std::string& text = setting++->Value;
         if (const auto* number = std::get_if<NumberField>(&key.Field))
             Preferences.** number = NumberOrDefault(text, key.Default);
         else

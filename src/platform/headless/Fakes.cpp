@@ -99,13 +99,14 @@ bool MemoryFavorites::Remove(const std::string& path) {
     return true;
 }
 
-std::string MemorySettings::Read(const std::string& application, const std::string& section, const std::string& key,
-                                 const std::string& fallback) {
+void MemorySettings::Read(const std::string& application, const std::string& section, std::vector<Setting>& settings) {
     Places.insert(application + "/" + section);
-    if (const int way = Fails("Read", 2); way != 0)
-        return way == 1 ? fallback : "no number";
-    const auto found = Values.find(key);
-    return found == Values.end() ? fallback : found->second;
+    const int way = Fails("Read", 2);
+    for (Setting& setting : settings)
+        if (const auto found = Values.find(setting.Key); way == 2)
+            setting.Value = "no number";
+        else if (way == 0 && found != Values.end())
+            setting.Value = found->second;
 }
 
 bool MemorySettings::Write(const std::string& application, const std::string& section,

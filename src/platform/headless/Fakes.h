@@ -37,6 +37,8 @@ public:
     void AddFolder(const std::string& path);
     // A second road, at a path below the root, to the file or folder of another full path.
     void AddLink(const std::string& path, const std::string& target);
+    // A file that may be opened, but that no listing shows.
+    void AddUnlisted(const std::string& path) { files_[Full(path)] = ""; }
     bool Has(const std::string& path) const { return files_.contains(Full(path)); }
     void LoseFile(const std::string& path);
     std::string Full(const std::string& path) const { return Root + "\\" + path; }
@@ -47,6 +49,7 @@ public:
 
     bool List(const std::string& folder, std::string_view ending, std::vector<ListedName>& names) override;
     std::string FolderIdentity(const std::string& folder) override;
+    std::string RealFolder(const std::string& folder) override { return Fails("RealFolder") ? "" : Real(folder); }
     FilePlace PlaceOf(const std::string& file) override;
     bool Read(const std::string& file, std::size_t limit, std::string& bytes) override;
     bool Remove(const std::string& path) override;
@@ -67,8 +70,7 @@ public:
     std::set<std::string> Places;              // "application/section" of every access
     std::vector<std::string> Written;          // keys in the order of writing
 
-    std::string Read(const std::string& application, const std::string& section, const std::string& key,
-                     const std::string& fallback) override;
+    void Read(const std::string& application, const std::string& section, std::vector<Setting>& settings) override;
     bool Write(const std::string& application, const std::string& section,
                const std::vector<Setting>& settings) override;
 };

@@ -43,11 +43,6 @@ std::string IdentityOf(const std::string& path) {
     return std::to_string(status.st_dev) + ":" + std::to_string(status.st_ino);
 }
 
-// A file that may not be written to is read-only, for whoever runs the program; permissions don't stop root.
-bool IsWritable(const std::string& path, const struct stat& status) {
-    return (status.st_mode & S_IWUSR) != 0 && faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
-}
-
 } // namespace
 
 bool PosixFiles::List(const std::string& folder, std::string_view ending, std::vector<ListedName>& names) {
@@ -72,6 +67,15 @@ bool PosixFiles::List(const std::string& folder, std::string_view ending, std::v
 }
 
 std::string PosixFiles::FolderIdentity(const std::string& folder) { return IdentityOf(SystemPath(folder)); }
+
+std::string PosixFiles::RealFolder(const std::string& folder) {
+    const std::unique_ptr<char, decltype(&std::free)> real(realpath(SystemPath(folder).c_str(), nullptr), &std::free);
+    std::string path = real ? real.get() : "";
+    if (path.find('\\') != std::string::npos)
+        return {}; // another path would look the same
+    std::ranges::replace(path, '/', '\\');
+    return path;
+}
 
 FilePlace PosixFiles::PlaceOf(const std::string& file) {
     const std::unique_ptr<char, decltype(&std::free)> real(realpath(SystemPath(file).c_str(), nullptr), &std::free);
@@ -98,7 +102,7 @@ bool PosixFiles::Remove(const std::string& path) {
         struct stat target = {};
         if (stat(system.c_str(), &target) == 0 && IsFolder(target))
             return false;
-    } else if (!S_ISREG(status.st_mode) || !IsWritable(system, status)) {
+    } else if (!S_ISREG(status.st_mode) || !IsWritable(system)) {
         return false;
     }
     return unlink(system.c_str()) == 0;

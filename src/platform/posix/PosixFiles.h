@@ -12,6 +12,7 @@ class PosixFiles final : public FileService {
 public:
     bool List(const std::string& folder, std::string_view ending, std::vector<ListedName>& names) override;
     std::string FolderIdentity(const std::string& folder) override;
+    std::string RealFolder(const std::string& folder) override;
     FilePlace PlaceOf(const std::string& file) override;
     bool Read(const std::string& file, std::size_t limit, std::string& bytes) override;
     bool Remove(const std::string& path) override;

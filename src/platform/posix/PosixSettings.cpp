@@ -23,13 +23,14 @@ std::string FileIn(const std::string& folder) { return folder + "/settings.ini";
 
 } // namespace
 
-std::string PosixSettings::Read(const std::string& application, const std::string& section, const std::string& key,
-                                const std::string& fallback) {
+void PosixSettings::Read(const std::string& application, const std::string& section, std::vector<Setting>& settings) {
     const std::string folder = FolderOf(application);
     std::string bytes;
     if (folder.empty() || ReadRegularFile(FileIn(folder), SizeLimit, bytes) != FileReading::Done)
-        return fallback;
-    return SettingIn(IniText(bytes), section, key).value_or(fallback);
+        return;
+    const std::string text = IniText(bytes);
+    for (Setting& setting : settings)
+        setting.Value = SettingIn(text, section, setting.Key).value_or(setting.Value);
 }
 
 bool PosixSettings::Write(const std::string& application, const std::string& section,

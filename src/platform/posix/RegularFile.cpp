@@ -4,12 +4,12 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 #include <fcntl.h>
-#include <memory>
+#include <filesystem>
 #include <string_view>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <system_error>
 #include <unistd.h>
 
 namespace tarnwick {
@@ -45,17 +45,27 @@ bool WriteWhole(int descriptor, std::string_view bytes) {
     return fsync(descriptor) == 0;
 }
 
-// The file at the end of a chain of links; the path itself where there is nothing.
+// The file at the end of a chain of links, be it there or not; the empty text where links lead in a circle.
 std::string TargetOf(const std::string& path) {
-    const std::unique_ptr<char, decltype(&std::free)> target(realpath(path.c_str(), nullptr), &std::free);
-    return target ? target.get() : path;
+    constexpr int mostLinks = 40; // as the system follows
+    std::filesystem::path target = path;
+    std::error_code none;
+    for (int followed = 0; followed <= mostLinks; ++followed) {
+        const std::filesystem::path next = std::filesystem::read_symlink(target, none);
+        if (none)
+            return target.string();
+        target = target.parent_path() / next;
+    }
+    return {};
 }
 
 } // namespace
 
 FileReading ReadRegularFile(const std::string& path, std::size_t limit, std::string& bytes) {
     bytes.clear();
-    // Not blocking: a pipe without a writer would hold up the open itself.
+    // Not blocking: a pipe without a writer would hold up the open itself. A device that a link leads to is opened
+    // before it is known for one: asking first would cost a call per favorite, and who puts the link there can open it,
+    // too.
     const Descriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
     if (file.Number < 0)
         return errno == ENOENT ? FileReading::Missing : FileReading::Failed;
@@ -79,8 +89,18 @@ FileReading ReadRegularFile(const std::string& path, std::size_t limit, std::str
     }
 }
 
+bool IsWritable(const std::string& path) {
+    struct stat status = {};
+    return stat(path.c_str(), &status) == 0 && (status.st_mode & S_IWUSR) != 0 &&
+           faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
+}
+
 bool ReplaceRegularFile(const std::string& path, const std::string& bytes) {
     const std::string target = TargetOf(path);
+    struct stat former = {};
+    const bool exists = stat(target.c_str(), &former) == 0;
+    if (exists && !IsWritable(target))
+        return false;
     // One at a time; a file system without locks has to do without.
     const Descriptor folder(open(target.substr(0, target.rfind('/') + 1).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (folder.Number < 0 || (flock(folder.Number, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK))
@@ -93,7 +113,7 @@ bool ReplaceRegularFile(const std::string& path, const std::string& bytes) {
         const Descriptor file(open(fresh.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR));
         if (file.Number < 0)
             return false;
-        written = WriteWhole(file.Number, bytes);
+        written = (!exists || fchmod(file.Number, former.st_mode & ALLPERMS) == 0) && WriteWhole(file.Number, bytes);
     }
     if (written && std::rename(fresh.c_str(), target.c_str()) == 0)
         return true;

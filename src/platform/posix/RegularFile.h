@@ -11,8 +11,12 @@ enum class FileReading { Done, Missing, Failed };
 // device) is a failure at once: nothing is waited for.
 FileReading ReadRegularFile(const std::string& path, std::size_t limit, std::string& bytes);
 
-// Gives the file `bytes` as its whole content, or leaves it as it was and returns false. Readers and a crash at any
-// moment find the old content or the new one. A symbolic link stays one: its target gets the content.
+// A file that may not be written to is read-only, for whoever runs the program; permissions don't stop root.
+bool IsWritable(const std::string& path);
+
+// Gives the file `bytes` as its whole content, or leaves it as it was and returns false, as for a read-only one.
+// Readers and a crash at any moment find the old content or the new one. The file keeps its permissions; a new one is
+// its owner's alone. A symbolic link stays one: its target gets the content, whether or not it exists yet.
 bool ReplaceRegularFile(const std::string& path, const std::string& bytes);
 
 // Makes the folders of which `path` is the innermost, for their owner alone, where they are missing.

@@ -60,6 +60,16 @@ std::string IdentityOf(const std::wstring& path) {
            std::to_string(found.nFileIndexLow);
 }
 
+// With every link followed, as the system writes it; the empty text for a path that leads nowhere.
+std::wstring FinalPath(const std::string& path) {
+    const Opened opened(SystemPath(path), 0, FILE_FLAG_BACKUP_SEMANTICS);
+    std::wstring final(0x8000, L'\0');
+    const DWORD length =
+        opened ? GetFinalPathNameByHandleW(opened.Handle(), final.data(), static_cast<DWORD>(final.size()), 0) : 0;
+    final.resize(length < final.size() ? length : 0);
+    return final;
+}
+
 bool IsDots(std::wstring_view name) { return name == L"." || name == L".."; }
 
 std::wstring OrderKey(std::wstring name) {
@@ -100,14 +110,12 @@ bool Win32Files::List(const std::string& folder, std::string_view ending, std::v
 
 std::string Win32Files::FolderIdentity(const std::string& folder) { return IdentityOf(SystemPath(folder)); }
 
+std::string Win32Files::RealFolder(const std::string& folder) { return Utf8Of(FinalPath(folder)); }
+
 FilePlace Win32Files::PlaceOf(const std::string& file) {
-    const Opened opened(SystemPath(file), 0, FILE_FLAG_BACKUP_SEMANTICS);
-    std::wstring path(0x8000, L'\0');
-    const DWORD length =
-        opened ? GetFinalPathNameByHandleW(opened.Handle(), path.data(), static_cast<DWORD>(path.size()), 0) : 0;
-    if (length == 0 || length >= path.size())
+    const std::wstring path = FinalPath(file);
+    if (path.empty())
         return {};
-    path.resize(length);
     const std::size_t last = path.rfind(L'\\') + 1;
     return {IdentityOf(path.substr(0, last)), Utf8Of(path.substr(last))};
 }

@@ -37,9 +37,9 @@ std::string Win32Settings::PathOf(const std::string& application, const std::str
     return root_ + "\\" + application + "\\" + section;
 }
 
-std::string Win32Settings::Read(const std::string& application, const std::string& section, const std::string& key,
-                                const std::string& fallback) {
-    return Stored(PathOf(application, section), key).value_or(fallback);
+void Win32Settings::Read(const std::string& application, const std::string& section, std::vector<Setting>& settings) {
+    for (Setting& setting : settings)
+        setting.Value = Stored(PathOf(application, section), setting.Key).value_or(setting.Value);
 }
 
 // The registry has no save of several values in one step: after a failure the values that were written go back.

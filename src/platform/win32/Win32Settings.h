@@ -12,8 +12,7 @@ public:
     // `root` is the key used in place of Software.
     explicit Win32Settings(std::string root = "Software") : root_(std::move(root)) {}
 
-    std::string Read(const std::string& application, const std::string& section, const std::string& key,
-                     const std::string& fallback) override;
+    void Read(const std::string& application, const std::string& section, std::vector<Setting>& settings) override;
     bool Write(const std::string& application, const std::string& section,
                const std::vector<Setting>& settings) override;
 
