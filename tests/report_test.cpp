@@ -44,6 +44,14 @@ TEST_F(ReportTest, TheMenuNamesTheSelectedRow) {
     EXPECT_EQ(entries, (Strings{"A", "Remove it", "Hide it", "Go this site", "grey: Get info"}));
 }
 
+TEST_F(ReportTest, AsksOfEachValueInOneLineOfItsOwn) {
+    AddReportRow({"x\r\nFolder: Trash", "Work", std::string(2000, 'u'), "Timed out", ""});
+    Pick(4, "mnuBadRemove");
+    const std::string question = machine.Windows.Messages.back().Text;
+    EXPECT_NE(question.find("\r\nName: x Folder: Trash\r\nFolder: Work\r\n"), std::string::npos) << question;
+    EXPECT_TRUE(question.ends_with("...")) << question;
+}
+
 TEST_F(ReportTest, RemovesTheRowAsItStandsAfterASortAndAYesOnly) {
     Form5->Grid1.SelectedRow = 1; // "b"
     Form5->Raise(Form5->Grid1.HeaderClick, ReportColumn::Name);

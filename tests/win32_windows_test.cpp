@@ -189,6 +189,14 @@ protected:
         return tip.rect.right;
     }
 
+    static std::string ToolTipText(HWND of, UINT_PTR number) {
+        wchar_t text[2000] = {};
+        TTTOOLINFOW tip = {sizeof tip, 0, of, number, {}, nullptr, text, 0, nullptr};
+        for (HWND found = nullptr; (found = FindWindowExW(nullptr, found, TOOLTIPS_CLASSW, nullptr)) != nullptr;)
+            if (GetWindowThreadProcessId(found, nullptr) == GetCurrentThreadId())
+                SendMessageW(found, TTM_GETTEXTW, 2000, reinterpret_cast<LPARAM>(&tip));
+        return Utf8Of(text);
+    }
     static std::vector<COLORREF> Pixels(HWND of, const RECT& part) {
         std::vector<COLORREF> pixels;
         UpdateWindow(of);
@@ -253,6 +261,33 @@ TEST_F(Win32WindowsTest, AnswersWhatThePersonAnswers) {
         PopUp(menu, w);
     }
     EXPECT_EQ(Raised(), Log{"first"});
+}
+
+TEST_F(Win32WindowsTest, AsksWhateverAFavoriteHoldsOnTheSmallestScreen) {
+    Show();
+    for (const char* name : {"W ", "\xEF\xB7\xBD", "\xE0\xB8\xB3"}) { // words, one wide letter, one that breaks nowhere
+        std::string text = "Question\r\n";
+        for (int count = 0; count < 4000; ++count)
+            text += count % 1000 == 0 ? "\r\n" : name;
+        RECT box = {};
+        p.Soon([&box] {
+            GetWindowRect(GetActiveWindow(), &box);
+            PostMessageW(GetActiveWindow(), WM_COMMAND, IDNO, 0);
+        });
+        ShowMessage(text, "T", MessageIcon::Question, MessageButtons::YesNo);
+        EXPECT_GT(box.right - box.left, 100) << name;
+        EXPECT_LE(box.right - box.left, 1024) << name;
+        EXPECT_LE(box.bottom - box.top, 600) << name;
+    }
+}
+
+TEST_F(Win32WindowsTest, BreaksALongToolTip) {
+    w.Grid1.ClearRows();
+    w.Grid1.AddRow(w.Grid1.AddRecord({std::string(5000, 'x')}));
+    Show();
+    SendMessageW(Real(w.Grid1), WM_MOUSEMOVE, 0, MAKELPARAM(30, 30));
+    EXPECT_EQ(ToolTipText(Real(w.Grid1), 1).find('\n'), 100U);
+    EXPECT_LT(ToolTipText(Real(w.Grid1), 1).size(), 1050U);
 }
 
 TEST_F(Win32WindowsTest, ServesAScreenReader) {

@@ -83,6 +83,7 @@ TEST_F(WindowTest, Utf8KeepsEveryCodeAtItsLengthsEnds) {
     for (std::size_t at = 0; at < text.size(); at += DecodeUtf8(text, at).Bytes)
         read += DecodeUtf8(text, at).Valid ? DecodeUtf8(text, at).Code : U'?';
     EXPECT_EQ(read, codes);
+    EXPECT_EQ(ShownLine("a\u202Eb\u2066c\u2069\u202Ad\u2065"), "a\uFFFDb\uFFFDc\uFFFD\uFFFDd\u2065");
     EXPECT_EQ(Shortened("a\u00E9b", 2) + Shortened("a\u00E9", 2), "a\u00E9...a\u00E9");
     for (const char* bytes :
          {"\xC1\xBF", "\xE0\x9F\xBF", "\xED\xA0\x80", "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80", "\xC2", "\x80"})

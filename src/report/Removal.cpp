@@ -9,7 +9,7 @@
 namespace tarnwick {
 
 namespace {
-constexpr std::size_t LongestValue = 1000; // characters: the question still fits a screen of 1024 x 600
+constexpr std::size_t LongestValue = 1000; // characters; what a screen has no room for is cut by the box
 }
 
 void RemoveSelectedFavorite(Grid& grid, std::initializer_list<Particular> particulars, int fileColumn) {
@@ -19,7 +19,9 @@ void RemoveSelectedFavorite(Grid& grid, std::initializer_list<Particular> partic
     std::string question = "Are you sure to remove the following Favorite?\r\n";
     for (const Particular& particular : particulars)
         question +=
-            std::string("\r\n") + particular.Legend + Shortened(grid.CellText(row, particular.Column), LongestValue);
+            // One line each: a file's name may hold line ends.
+            std::string("\r\n") + particular.Legend +
+            Shortened(ShownLine(grid.CellText(row, particular.Column)), LongestValue);
     if (ShowMessage(question, "Tarnwick", MessageIcon::Question, MessageButtons::YesNo) != MessageAnswer::Yes)
         return;
     services().Files.Remove(grid.CellText(row, fileColumn));

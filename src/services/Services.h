@@ -186,6 +186,17 @@ enum class MessageIcon { Critical, Question, Information };
 enum class MessageButtons { Ok, YesNo }; // YesNo has No as its default button
 enum class MessageAnswer { Ok, Yes, No };
 
+// What a message box shows.
+struct BoxText {
+    std::string Text; // lines that end with CR LF
+    int Width = 0;    // pixels at 96 DPI that its lines need; 0: the desktop breaks them as it is used to
+};
+
+struct LineSize {
+    int Width = 0;
+    int Height = 0;
+};
+
 class WindowService {
 public:
     virtual ~WindowService() = default;
@@ -206,8 +217,12 @@ public:
     // The bare box and the bare menu, which leave the windows behind them as they are: everyone but ShowMessage() and
     // PopUp() of window/Dialogs calls those. Both block, and events are handled meanwhile. Texts are plain: no markup,
     // no access keys. Not to be called after the program's end; at the end they return.
-    virtual MessageAnswer RunMessageBox(const std::string& text, const std::string& title, MessageIcon icon,
+    virtual MessageAnswer RunMessageBox(const BoxText& text, const std::string& title, MessageIcon icon,
                                         MessageButtons buttons) = 0;
+    // The room that a line takes in a message box, and the widest line that a box can show without breaking it, in pixels
+    // at 96 DPI.
+    virtual LineSize SizeInBox(const std::string& line) = 0;
+    virtual int WidestInBox() = 0;
     // Opens the menu over `window` where the user's click (or the selected row) is. Returns the chosen entry, nullptr
     // when the menu was left.
     virtual const MenuEntry* RunMenu(const Menu& menu, Window& window) = 0;

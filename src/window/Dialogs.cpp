@@ -1,5 +1,6 @@
 #include "window/Dialogs.h"
 
+#include "window/BoxText.h"
 #include "window/Window.h"
 
 namespace tarnwick {
@@ -11,7 +12,7 @@ MessageAnswer ShowMessage(const std::string& text, const std::string& title, Mes
     if (windows.HasEnded())
         return none;
     const ModalScope front(nullptr);
-    const MessageAnswer answer = windows.RunMessageBox(text, title, icon, buttons);
+    const MessageAnswer answer = windows.RunMessageBox(FittedToBox(text), title, icon, buttons);
     return windows.HasEnded() ? none : answer;
 }
 

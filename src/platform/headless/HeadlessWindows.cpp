@@ -87,10 +87,10 @@ void HeadlessWindows::ShowModal(Window& window) {
     }
 }
 
-MessageAnswer HeadlessWindows::RunMessageBox(const std::string& text, const std::string& title, MessageIcon icon,
+MessageAnswer HeadlessWindows::RunMessageBox(const BoxText& text, const std::string& title, MessageIcon icon,
                                              MessageButtons buttons) {
     state_.SyncNow();
-    Messages.push_back({text, title, icon, buttons});
+    Messages.push_back({text.Text, title, icon, buttons});
     if (buttons == MessageButtons::Ok)
         return MessageAnswer::Ok;
     const MessageAnswer answer = Answers.empty() ? MessageAnswer::No : Answers.front();

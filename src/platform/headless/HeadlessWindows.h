@@ -5,6 +5,7 @@
 
 #include "platform/headless/Fault.h"
 #include "services/Services.h"
+#include "text/Text.h"
 #include "window/MessageLoop.h"
 #include "window/PumpState.h"
 #include "window/Window.h"
@@ -59,8 +60,10 @@ public:
     void ShowModal(Window& window) override;
     void Hide(Window&) override {}
     void Discard(Window& window) override;
-    MessageAnswer RunMessageBox(const std::string& text, const std::string& title, MessageIcon icon,
+    MessageAnswer RunMessageBox(const BoxText& text, const std::string& title, MessageIcon icon,
                                 MessageButtons buttons) override;
+    LineSize SizeInBox(const std::string& line) override { return {8 * static_cast<int>(CharacterCount(line)), 16}; }
+    int WidestInBox() override { return 800; }
     const MenuEntry* RunMenu(const Menu& menu, Window& window) override;
     PreviousProcedure InstallProcedure(WindowHandle window, WindowProcedure procedure) override;
     void RestoreProcedure(WindowHandle window, PreviousProcedure previous) override;

@@ -2,7 +2,6 @@
 
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtWindow.h"
-#include "text/Text.h"
 
 #include <QHeaderView>
 #include <QHelpEvent>
@@ -157,12 +156,11 @@ private:
 
     // A text that its cell cuts off.
     QString TipFor(const QModelIndex& cell) const {
-        constexpr std::size_t Longest = 1000; // characters
         const QString text = cell.data().toString();
         const int margins = 2 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1);
         if (!cell.isValid() || fontMetrics().horizontalAdvance(text) + margins < columnWidth(cell.column()))
             return {};
-        return LiteralToolTip(Shortened(FromQt(text), Longest));
+        return LiteralToolTip(FromQt(text));
     }
 
     GridControl& grid_;

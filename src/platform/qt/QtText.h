@@ -17,9 +17,7 @@ QString SingleLineOf(std::string_view text);
 QString LiteralCaption(QString line);
 // One line for a title, in which Qt would read "[*]" as a mark.
 QString LiteralTitle(std::string_view text);
-// Lines that may be broken inside words that are too long for a window.
-QString BreakableLinesOf(std::string_view text);
-// Lines for a tool tip, which Qt would read as markup; none is wider than a screen.
+// A text for a tool tip, which Qt would read as markup.
 QString LiteralToolTip(std::string_view text);
 
 std::string FromQt(const QString& text);

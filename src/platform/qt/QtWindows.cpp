@@ -3,9 +3,12 @@
 #include "platform/qt/QtAccess.h"
 #include "platform/qt/QtMessageBox.h"
 #include "platform/qt/QtText.h"
+#include "text/Text.h"
+#include "window/Dialogs.h"
 
 #include <QApplication>
 #include <QEventLoop>
+#include <QFontMetrics>
 #include <QMenu>
 
 #include <algorithm>
@@ -60,7 +63,7 @@ void QtWindows::Discard(Window& window) {
     discarded_.back()->Detach();
 }
 
-MessageAnswer QtWindows::RunMessageBox(const std::string& text, const std::string& title, MessageIcon icon,
+MessageAnswer QtWindows::RunMessageBox(const BoxText& text, const std::string& title, MessageIcon icon,
                                        MessageButtons buttons) {
     QtMessageBox box(text, title, icon, buttons, QApplication::activeWindow());
     MessageAnswer answer = MessageAnswer::Ok;
@@ -68,19 +71,25 @@ MessageAnswer QtWindows::RunMessageBox(const std::string& text, const std::strin
     return answer;
 }
 
+LineSize QtWindows::SizeInBox(const std::string& line) {
+    const QFontMetrics metrics(QApplication::font("QMessageBox"));
+    return {metrics.horizontalAdvance(SingleLineOf(line)), metrics.lineSpacing()};
+}
+
 const MenuEntry* QtWindows::RunMenu(const Menu& menu, Window& window) {
     QtWindow* real = Find(window);
     if (real == nullptr)
         return nullptr;
-    constexpr int WidestCaption = 480; // pixels
     QMenu popUp(real);
     popUp.setAccessibleName(SingleLineOf(menu.Caption));
     for (const MenuEntry* entry : menu.Entries) {
         QAction* action = entry->Separator ? popUp.addSeparator() : popUp.addAction(QString());
         if (entry->Separator)
             continue;
-        const QString caption = SingleLineOf(entry->Caption);
-        action->setText(LiteralCaption(popUp.fontMetrics().elidedText(caption, Qt::ElideRight, WidestCaption)));
+        const auto widthOf = [&popUp](const std::string& text) {
+            return popUp.fontMetrics().horizontalAdvance(SingleLineOf(text));
+        };
+        action->setText(LiteralCaption(SingleLineOf(Elided(entry->Caption, WidestMenuCaption, widthOf))));
         action->setEnabled(entry->Enabled);
     }
     QAction* chosen = nullptr;

@@ -4,6 +4,7 @@
 #include "platform/qt/QtPump.h"
 #include "platform/qt/QtWindow.h"
 
+#include <limits>
 #include <memory>
 #include <vector>
 
@@ -25,8 +26,10 @@ public:
     void Hide(Window& window) override;
     void Discard(Window& window) override;
 
-    MessageAnswer RunMessageBox(const std::string& text, const std::string& title, MessageIcon icon,
+    MessageAnswer RunMessageBox(const BoxText& text, const std::string& title, MessageIcon icon,
                                 MessageButtons buttons) override;
+    LineSize SizeInBox(const std::string& line) override;
+    int WidestInBox() override { return std::numeric_limits<int>::max(); } // a box is given its width
     const MenuEntry* RunMenu(const Menu& menu, Window& window) override;
 
     PreviousProcedure InstallProcedure(WindowHandle window, WindowProcedure procedure) override;

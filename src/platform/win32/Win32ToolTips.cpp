@@ -1,6 +1,7 @@
 #include "platform/win32/Win32ToolTips.h"
 
 #include "platform/win32/Win32Text.h"
+#include "text/Text.h"
 
 #include <windows.h>
 
@@ -20,11 +21,13 @@ void Win32ToolTips::ShowPart(HWND__* control, const tagRECT& part, const std::st
 }
 
 void Win32ToolTips::Set(HWND__* window, std::uintptr_t number, const tagRECT& place, const std::string& text) {
-    if (real_ == nullptr)
+    if (real_ == nullptr) {
         real_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_NOPREFIX, CW_USEDEFAULT,
                                 CW_USEDEFAULT, 0, 0, GetAncestor(window, GA_ROOT), nullptr, GetModuleHandleW(nullptr),
                                 nullptr);
-    std::wstring shown = SingleLineOf(text);
+        SendMessageW(real_, TTM_SETMAXTIPWIDTH, 0, GetSystemMetrics(SM_CXSCREEN)); // from here on it keeps line ends
+    }
+    std::wstring shown = LinesOf(ToolTipText(text));
     TTTOOLINFOW tool = {};
     tool.cbSize = sizeof tool;
     tool.hwnd = window;

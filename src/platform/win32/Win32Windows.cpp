@@ -1,6 +1,8 @@
 #include "platform/win32/Win32Windows.h"
 
 #include "platform/win32/Win32Text.h"
+#include "text/Text.h"
+#include "window/Dialogs.h"
 
 #include <windows.h>
 
@@ -26,8 +28,26 @@ UINT MessageFlags(MessageIcon icon, MessageButtons buttons) {
     return shape | MB_ICONASTERISK;
 }
 
+// Measures lines of boxes and menus, whose fonts differ in nothing but the scale.
+LineSize SizeOf(const std::string& line, LOGFONTW NONCLIENTMETRICSW::*font) {
+    NONCLIENTMETRICSW metrics = {};
+    metrics.cbSize = sizeof metrics;
+    SystemParametersInfoForDpi(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0, USER_DEFAULT_SCREEN_DPI);
+    const HDC surface = CreateCompatibleDC(nullptr);
+    const HFONT made = CreateFontIndirectW(&(metrics.*font));
+    const HGDIOBJ former = SelectObject(surface, made);
+    const std::wstring shown = SingleLineOf(line);
+    SIZE size = {};
+    GetTextExtentPoint32W(surface, shown.c_str(), static_cast<int>(shown.size()), &size);
+    SelectObject(surface, former);
+    DeleteObject(made);
+    DeleteDC(surface);
+    return {size.cx, size.cy};
+}
+
 HMENU MakeMenu(const Menu& menu) {
     const HMENU made = CreatePopupMenu();
+    const auto widthOf = [](const std::string& text) { return SizeOf(text, &NONCLIENTMETRICSW::lfMenuFont).Width; };
     UINT_PTR number = 0;
     for (const MenuEntry* entry : menu.Entries) {
         ++number;
@@ -35,7 +55,7 @@ HMENU MakeMenu(const Menu& menu) {
             AppendMenuW(made, MF_SEPARATOR, 0, nullptr);
         else
             AppendMenuW(made, MF_STRING | (entry->Enabled ? MF_ENABLED : MF_GRAYED), number,
-                        LiteralCaption(entry->Caption).c_str());
+                        LiteralCaption(Elided(entry->Caption, WidestMenuCaption, widthOf)).c_str());
     }
     return made;
 }
@@ -132,7 +152,7 @@ bool Win32Windows::Filter(const tagMSG& message) {
     return window != nullptr && window->Filter(message);
 }
 
-MessageAnswer Win32Windows::RunMessageBox(const std::string& text, const std::string& title, MessageIcon icon,
+MessageAnswer Win32Windows::RunMessageBox(const BoxText& text, const std::string& title, MessageIcon icon,
                                           MessageButtons buttons) {
     // The window in front gets the box; the system disables it, and gives it the focus back only then.
     opensBox_ = true;
@@ -143,12 +163,20 @@ MessageAnswer Win32Windows::RunMessageBox(const std::string& text, const std::st
     const Win32Window* const outer = std::exchange(boxOwner_, owner == nullptr ? boxOwner_ : owner);
     pump_.SyncNow();
     const int answer =
-        MessageBoxW(front, LinesOf(text).c_str(), SingleLineOf(title).c_str(), MessageFlags(icon, buttons));
+        MessageBoxW(front, LinesOf(text.Text).c_str(), SingleLineOf(title).c_str(), MessageFlags(icon, buttons));
     // Nothing is brought in line here: for the model the box is still in front, and its owner would lose the focus.
     boxOwner_ = outer;
     if (buttons == MessageButtons::Ok)
         return MessageAnswer::Ok;
     return answer == IDYES ? MessageAnswer::Yes : MessageAnswer::No;
+}
+
+LineSize Win32Windows::SizeInBox(const std::string& line) { return SizeOf(line, &NONCLIENTMETRICSW::lfMessageFont); }
+
+// The system breaks longer lines, and says nowhere how wide it makes its box; no version makes it narrower.
+int Win32Windows::WidestInBox() {
+    constexpr int narrowest = 300; // pixels at 96 DPI, as on Wine
+    return narrowest;
 }
 
 const MenuEntry* Win32Windows::RunMenu(const Menu& menu, Window& window) {

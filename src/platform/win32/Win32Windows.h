@@ -21,8 +21,10 @@ public:
     void ShowModal(Window& window) override;
     void Hide(Window& window) override;
     void Discard(Window& window) override;
-    MessageAnswer RunMessageBox(const std::string& text, const std::string& title, MessageIcon icon,
+    MessageAnswer RunMessageBox(const BoxText& text, const std::string& title, MessageIcon icon,
                                 MessageButtons buttons) override;
+    LineSize SizeInBox(const std::string& line) override;
+    int WidestInBox() override;
     const MenuEntry* RunMenu(const Menu& menu, Window& window) override;
     PreviousProcedure InstallProcedure(WindowHandle window, WindowProcedure procedure) override;
     void RestoreProcedure(WindowHandle window, PreviousProcedure previous) override;
