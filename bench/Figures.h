@@ -16,7 +16,7 @@ using Work = std::function<void()>;
 
 double WallSeconds(); // of a clock that never goes back
 Cost Measure(const Work& work);
-// Runs the two in turn and gives the best round of either, which other work on the machine has disturbed least.
+// Runs the two in turn and returns the best round of either, which other work on the machine has disturbed least.
 std::pair<Cost, Cost> MeasureInTurn(int rounds, const Work& own, const Work& floor);
 
 double PeakResidentMiB();

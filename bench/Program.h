@@ -49,10 +49,10 @@ public:
 // With windows; one a process.
 std::unique_ptr<Program> OnQt();
 
-// A home folder with a Favorites folder of the measurement's own, gone with the object.
+// A home folder with a Favorites folder of the measurement's own, removed with the object.
 class FavoritesFolder {
 public:
-    // With `count` shortcuts of 100 a folder (all in the root if `folders` is false) and the links that `url` gives.
+    // With `count` shortcuts, 100 per folder (all in the root if `folders` is false) and the links that `url` returns.
     FavoritesFolder(int count, bool folders, const std::function<std::string(int number)>& url);
 
     // The floor under every walk: opens, reads and closes each file, in the order of their paths.

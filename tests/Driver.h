@@ -79,7 +79,7 @@ public:
         ASSERT_EQ(Form4->Command1.Caption, "&Start");
     }
 
-    // The whole road of a check over these nodes, up to its end text.
+    // A whole check over these nodes, up to its end text.
     void CheckNodes(const Strings& texts) {
         OpenTree();
         for (const std::string& text : texts)
@@ -94,7 +94,7 @@ public:
         Click(Form4->Command1);
     }
 
-    // The whole road of a duplicate check, from the main window to its end.
+    // A whole duplicate check, from the main window to its end.
     void CheckDuplicates() {
         Click(Form3->Option2);
         Click(Form3->Command1);

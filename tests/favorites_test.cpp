@@ -116,7 +116,7 @@ TEST_F(FavoritesTest, ListingsStandSideBySideAndAreClosedOnce) {
     EXPECT_EQ(none, 7);
 }
 
-// Work is reached by three roads and the shortcut in it by five; two folders lead into each other and above the root.
+// Work is reached in three ways and the shortcut in it in five; two folders lead into each other and above the root.
 class WalkTest : public Program {
 protected:
     void SetUp() override {
@@ -128,8 +128,8 @@ protected:
             favorites.AddShortcut(path, "http://gone/");
         favorites.AddFolder("- Favorites root -");
         favorites.AddFile("Work\\file.txt", "");
-        for (const char* road : {"Arbeit", "Work\\Inner\\Up", "Zoo\\Work"})
-            favorites.AddLink(road, favorites.Full("Work"));
+        for (const char* link : {"Arbeit", "Work\\Inner\\Up", "Zoo\\Work"})
+            favorites.AddLink(link, favorites.Full("Work"));
         favorites.AddLink("Zoo\\Root", favorites.Root);
         favorites.AddLink("Zoo\\All", "C:\\Users");
         favorites.AddLink("Album\\first.url", favorites.Full("Work\\x.url"));
@@ -158,7 +158,7 @@ protected:
     }
 };
 
-TEST_F(WalkTest, ACheckTakesEachFileOnceUnderItsFirstRoad) {
+TEST_F(WalkTest, ACheckTakesEachFileOnceUnderItsFirstPath) {
     // "w.url" is read as the shortcut that it is listed as, and not walked.
     EXPECT_EQ(TakenBy({"- Favorites Root -"}),
               (Strings{"own.url", "- Favorites Root -\\lost.url", "Album\\first.url", "Arbeit\\w.url",
@@ -189,7 +189,7 @@ TEST_F(WalkTest, ACheckStaysOutOfTheFoldersAboveAndCanBeStoppedBetweenTwoFolders
     EXPECT_EQ(Form4->Label6.Caption, "file.txt");
 }
 
-TEST_F(WalkTest, TheDuplicateCheckTakesEachFileOnceUnderItsFirstRoad) {
+TEST_F(WalkTest, TheDuplicateCheckTakesEachFileOnceUnderItsFirstPath) {
     const Strings once = {"own.url",
                           "- Favorites Root -\\lost.url",
                           "Album\\first.url",

@@ -23,7 +23,7 @@
 
 namespace tarnwick::test {
 
-// A folder of a test's own, gone with the object. It replaces the home folder for good, so that no test sees the
+// A folder of a test's own, removed with the object. It replaces the home folder for good, so that no test sees the
 // user's.
 class TemporaryHome {
 public:
@@ -65,7 +65,7 @@ inline std::string FileBytes(const std::string& path) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-// Runs `work` in a process of its own and gives its exit status: the result of `work`, or 128 and the signal.
+// Runs `work` in a process of its own and returns its exit status: the result of `work`, or 128 and the signal.
 template <class Work> int InChild(Work work) {
     const pid_t child = fork();
     if (child == 0)

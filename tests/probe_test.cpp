@@ -163,7 +163,7 @@ TEST_F(ProbeTest, OtherMessagesReachTheWindowsOwnProcedure) {
         seen.push_back(message);
         return 0;
     });
-    for (int again = 0; again < 2; ++again) { // the second time over a connection that stands
+    for (int again = 0; again < 2; ++again) { // the second time over an established connection
         Socket().SOCKET_CONNECT(Form2->Handle(), "silent.example", 80, 0);
         machine.Windows.PumpEvents();
     }
@@ -176,7 +176,7 @@ TEST_F(ProbeTest, OtherMessagesReachTheWindowsOwnProcedure) {
     EXPECT_EQ(seen, (std::vector<std::uint32_t>{1024, WinsockAPI::SocketMessage}));
 }
 
-TEST_F(ProbeTest, TheNetworkSectionStartsAndEndsOnceAndAFailedStartIsTold) {
+TEST_F(ProbeTest, TheNetworkSectionStartsAndEndsOnceAndAFailedStartIsReported) {
     EXPECT_EQ(machine.Sockets.Startups, 1);
     Socket().SOCKET_CONNECT(Form2->Handle(), "silent.example", 80, 0);
     Form2.Unload();

@@ -430,7 +430,7 @@ TEST_F(QtWindowsTest, WaitShowsWhatHasChangedAndReturnsForATick) {
         services().Windows.End();
         return event;
     });
-    p.Soon([&] { // a socket is heard in Qt's own loop, also after a look-up
+    p.Soon([&] { // a socket's events come in Qt's own loop, also after a look-up
         const std::int64_t start = services().Clock.Now();
         services().Windows.PaintUntil([](std::int64_t) { return false; }, 50);
         EXPECT_GE(services().Clock.Now() - start, 49);

@@ -28,7 +28,7 @@ struct Win32Machine {
     ServicesInUse InUse{{Favorites, Settings, Sockets, Windows, Clock, Shell, Text}};
 };
 
-// A folder and a key of the registry of a test's own, gone with the object. The test runs in the folder.
+// A folder and a key of the registry of a test's own, removed with the object. The test runs in the folder.
 class TemporaryHome {
 public:
     TemporaryHome() {

@@ -314,7 +314,7 @@ TEST_F(Win32WindowsTest, ServesAScreenReader) {
     EXPECT_EQ(TreeView_GetCheckState(tree, person.ItemOf(3)), 0U);
 }
 
-// Themed buttons have their parent paint behind them.
+// Themed buttons have their parent paint their ground.
 TEST_F(Win32WindowsTest, FollowsItsFrameAndPaintsItsGroundWhereItIsAsked) {
     Show();
     w.BackColor = Color::Rgb(1, 2, 3);

@@ -70,8 +70,10 @@ void Form4Window::Layout() {
                     BottomButton(Command1, "Command1", 5775, 3240, "&Go", 0, true),
                 });
     Timers = {&Timer1, &Timer2};
-    Timer1.SetInterval(12000);
-    Timer2.SetInterval(1000);
+    constexpr int storedTimeout = 12000; // ms: stays in force where the preferences hold none that a timer takes
+    constexpr int second = 1000;         // ms
+    Timer1.SetInterval(storedTimeout);
+    Timer2.SetInterval(second);
 }
 
 } // namespace tarnwick

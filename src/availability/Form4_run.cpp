@@ -1,4 +1,11 @@
 // The run: what the one button does in each of its states. The state is the button's caption.
+//
+// The order matters where a pump lies between two steps. Start() shows all of the run's fields before the first pass,
+// so that a stop in that pass finds them. The run tests its stop flag after each pass and before each step that could
+// be seen, and only then looks at what the pass has brought. Stop() does at once all that the user sees of it, its
+// socket and its end text, since the frames of the run fall through only after the handler has returned; EndRun(),
+// which comes last, therefore leaves what a stop has written, and looks first whether its window is still the loaded
+// one.
 
 #include "availability/Form4.h"
 #include "favorites/Folders.h"

@@ -53,7 +53,8 @@ void Form7Window::Layout() {
             BottomButton(Command1, "Command1", 7080, 3210, "&Start", 1, true),
         });
     Timers = {&Timer1};
-    Timer1.SetInterval(300);
+    constexpr int shownFirst = 300; // ms in which the window shows that it begins, before the work takes all the time
+    Timer1.SetInterval(shownFirst);
 }
 
 } // namespace tarnwick

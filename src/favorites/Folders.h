@@ -14,7 +14,7 @@ namespace tarnwick::Favorites {
 inline constexpr std::int32_t FavoritesFolderNumber = 6;
 
 // The path of a special folder in a text of at least 260 characters: path, NUL, filling. Only the Favorites folder is
-// known; another number, or a machine that can't name it, gives the empty text.
+// known; another number, or a machine that can't name it, yields the empty text.
 std::string SpecialFolderPath(WindowHandle window, std::int32_t folder);
 
 // The user's Favorites folder, always ended by "\"; a lone "\" when the machine can't name it.

@@ -11,7 +11,6 @@ namespace tarnwick::Favorites {
 Visits::Visits(const std::string& root) : root_(root) {
     StayBelow(root);
     StayBelow(services().Files.RealFolder(root) + "\\");
-    above_.erase("");
 }
 
 void Visits::StayBelow(const std::string& root) {

@@ -9,8 +9,8 @@
 
 namespace tarnwick::Favorites {
 
-// Where a run has been: each real folder is walked once and each real file is taken once, under the first road to it.
-// A folder or file that the machine can't identify counts as a new one.
+// Where a run has been: each real folder is walked once and each real file is taken once, under the first path that
+// leads to it. A folder or file that the machine can't identify counts as a new one.
 class Visits {
 public:
     Visits() = default;

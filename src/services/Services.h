@@ -214,13 +214,13 @@ public:
     // returned.
     virtual void Discard(Window& window) = 0;
 
-    // The bare box and the bare menu, which leave the windows behind them as they are: everyone but ShowMessage() and
+    // The bare box and the bare menu, which leave the other windows open to input: everyone but ShowMessage() and
     // PopUp() of window/Dialogs calls those. Both block, and events are handled meanwhile. Texts are plain: no markup,
     // no access keys. Not to be called after the program's end; at the end they return.
     virtual MessageAnswer RunMessageBox(const BoxText& text, const std::string& title, MessageIcon icon,
                                         MessageButtons buttons) = 0;
-    // The room that a line takes in a message box, and the widest line that a box can show without breaking it, in pixels
-    // at 96 DPI.
+    // The room that a line takes in a message box, and the widest line that a box can show without breaking it, in
+    // pixels at 96 DPI.
     virtual LineSize SizeInBox(const std::string& line) = 0;
     virtual int WidestInBox() = 0;
     // Opens the menu over `window` where the user's click (or the selected row) is. Returns the chosen entry, nullptr
@@ -241,7 +241,7 @@ public:
     virtual bool WaitForEvents() = 0;
     // Brings the windows in line at once and keeps them painted until `isDone`, which may take as many ms as it is
     // given, says so, or until `ms` have passed. Nothing is handled meanwhile: no posted message, no timer, and no
-    // input, which is kept in its order, whatever its road, until the next pass.
+    // input, which is kept in its order, however it comes, until the next pass.
     virtual void PaintUntil(const std::function<bool(std::int64_t ms)>& isDone, std::int64_t ms) = 0;
 
     // Ends the program: nothing shows any more, both pumps return at once, and the event loop of the program returns.

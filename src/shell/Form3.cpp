@@ -36,6 +36,9 @@ void Form3Window::OnUnload() {
 
 void Form3Window::Command1_Click() {
     Favorites::EndOnMainClose = false;
+    // The check's window is loaded already and has just been filled: it shows before this one goes, so that the screen
+    // is never empty. The duplicates' window is loaded by being shown, and no step of that load may find this one still
+    // there with its unload to come.
     if (Option1.Value) {
         Form4->Label11.Caption = Form4Window::HelpText;
         Form4->Frame2.Visible = true;

@@ -55,7 +55,8 @@ void Form9Window::Layout() {
     // A copy of its own: the splash shows before Form2, which owns the shared one, is there.
     Picture1.Picture = "side.jpg";
     Timers = {&Timer1};
-    Timer1.SetInterval(2000);
+    constexpr int splashTime = 2000; // ms, long enough to be read
+    Timer1.SetInterval(splashTime);
 }
 
 } // namespace tarnwick

@@ -26,7 +26,7 @@ struct PreferencesRecord {
 extern PreferencesRecord Preferences;
 
 // Overwrites every field from the settings store, the only place that does so. A key that isn't there, or a text that
-// is no number where one belongs, gives the key's default.
+// is no number where one belongs, yields the key's default.
 void LoadPreferences();
 
 // Stores the texts as they are, in their order: all of them, or none and the result is false. Preferences doesn't

@@ -19,7 +19,7 @@ public:
     void Press(const Control& control, std::string_view shown);
     // The press ends over this control, or over none: a click where it began there.
     void Release(Control* control);
-    // The desktop has made a click of the press on this control. Where it has told of no press, the click counts for
+    // The desktop has made a click of the press on this control. Where it has reported no press, the click counts for
     // `shown`, what the control showed. A button or a label raises its Click; a check box changes its state first, an
     // option button takes the mark from the others.
     void Click(Control& control, std::string_view shown);
@@ -34,7 +34,7 @@ public:
     void Edit(TextBox& field, std::string_view text);
     // A row that isn't there changes nothing.
     void Select(GridControl& grid, int row);
-    // Selects the next row whose first column begins with `text`, regardless of case, and gives it; 0 when none does,
+    // Selects the next row whose first column begins with `text`, regardless of case, and returns it; 0 when none does,
     // and nothing changes then.
     int SelectByText(GridControl& grid, std::string_view text);
     void ClickHeader(GridControl& grid, int column);

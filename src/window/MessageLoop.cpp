@@ -48,6 +48,11 @@ std::int32_t MessageLoop::Call(PreviousProcedure previous, WindowHandle window, 
     return reinterpret_cast<WindowProcedure>(previous)(window, message, first, second);
 }
 
+// Messages come before ticks in a pass, and each in its own order, because a link's own event then ends it in the pass
+// in which its time-out is due as well. A message that a handler posts is handled in the same pass: a reply that is
+// there with the connection needs no further one. Each message finds the procedure that its window has at that moment,
+// so that a handler that takes its procedure away gets nothing more; ticks are collected first and looked at again one
+// by one, as the handler of one may stop the next or handle it in a pump of its own.
 void MessageLoop::DispatchMessages() {
     while (!messages_.empty()) {
         const Message message = messages_.front();

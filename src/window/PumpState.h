@@ -14,7 +14,7 @@ class ClockService;
 // when the real windows follow the model.
 //
 // Why handlers are kept: while a call blocks, the windows are painted but nothing may be handled, and yet the desktop
-// delivers some input by roads that can't be held back: what another program sends or calls, a screen reader above all.
+// delivers some input in ways that can't be held back: what another program sends or calls, a screen reader above all.
 // Such input is kept here, in its order, and handled when the call has returned.
 class PumpState {
 public:

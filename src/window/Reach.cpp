@@ -19,7 +19,7 @@ template <bool Control::*Field> bool HoldsUpwards(const Control& control) {
 
 bool IsVisible(const Control& control) { return HoldsUpwards<&Control::Visible>(control); }
 
-// Only frames are large enough to hide another control; one's own frame lies behind it.
+// Only frames are large enough to hide another control; a control's own frame is under it.
 bool IsCovered(const Window& window, const Control& control) {
     const Rect place = PlaceInWindow(control);
     const auto own = std::ranges::find(window.Controls, &control);

@@ -35,7 +35,7 @@ public:
     }
     void AddFile(const std::string& path, const std::string& content);
     void AddFolder(const std::string& path);
-    // A second road, at a path below the root, to the file or folder of another full path.
+    // A second way, at a path below the root, to the file or folder of another full path.
     void AddLink(const std::string& path, const std::string& target);
     // A file that may be opened, but that no listing shows.
     void AddUnlisted(const std::string& path) { files_[Full(path)] = ""; }

@@ -36,14 +36,14 @@ public:
         bool operator==(const ShownMessage&) const = default;
     };
     std::vector<ShownMessage> Messages;
-    std::deque<MessageAnswer> Answers; // one a question, No when there is none left
+    std::deque<MessageAnswer> Answers; // one per question, No when there is none left
 
     struct ShownEntry {
         std::string Caption;
         bool Enabled;
     };
     std::vector<std::vector<ShownEntry>> Menus; // each menu as it popped up, without its separators
-    std::deque<std::string> Choices;            // names of entries to click, one a menu; none left: the menu is left
+    std::deque<std::string> Choices; // names of entries to click, one per menu; none left: the menu is closed
 
     // Runs what a gesture of the user leads to.
     void Handle(std::function<void()> gesture);

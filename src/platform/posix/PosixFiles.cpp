@@ -50,7 +50,7 @@ bool PosixFiles::List(const std::string& folder, std::string_view ending, std::v
     if (!opened)
         return false;
     std::vector<Entry> entries;
-    while (const dirent* found = readdir(opened.get())) { // NOLINT(concurrency-mt-unsafe): one thread a folder
+    while (const dirent* found = readdir(opened.get())) { // NOLINT(concurrency-mt-unsafe): one thread per folder
         const std::string_view name = found->d_name;
         if (IsDots(name) || !EndsWithRegardlessOfCase(name, ending) || name.find('\\') != std::string_view::npos)
             continue;

@@ -115,7 +115,7 @@ void PosixSockets::Fetch(int ms) {
         Handle(events[static_cast<std::size_t>(i)].data.u64, events[static_cast<std::size_t>(i)].events);
 }
 
-// A socket that was closed may still be heard of, through its copy in a child that is about to exec.
+// A socket that was closed may still be reported, through its copy in a child that is about to exec.
 void PosixSockets::Handle(std::uint64_t key, std::uint32_t events) {
     const auto number = static_cast<SocketNumber>(key & 0xFFFFFFFFU);
     Socket* const socket = Find(number);

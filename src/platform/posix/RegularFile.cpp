@@ -105,7 +105,7 @@ bool ReplaceRegularFile(const std::string& path, const std::string& bytes) {
     const Descriptor folder(open(target.substr(0, target.rfind('/') + 1).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (folder.Number < 0 || (flock(folder.Number, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK))
         return false;
-    // Always the same name, so that what a kill leaves is gone after the next time.
+    // Always the same name, so that the next save takes away what a killed one has left.
     const std::string fresh = target + ".new";
     unlink(fresh.c_str());
     bool written = false;

@@ -56,7 +56,7 @@ std::optional<std::string> Unquoted(std::string_view text) {
     return inner;
 }
 
-// The path that a line of user-dirs.dirs gives the Favorites folder: XDG_FAVORITES_DIR="$HOME/yyy" or ="/yyy".
+// The path that a line of user-dirs.dirs sets for the Favorites folder: XDG_FAVORITES_DIR="$HOME/yyy" or ="/yyy".
 std::optional<std::string> FavoritesOfLine(std::string_view line, const std::string& home) {
     constexpr std::string_view Name = "XDG_FAVORITES_DIR";
     constexpr std::string_view HomeVariable = "$HOME";

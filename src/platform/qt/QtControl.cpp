@@ -74,7 +74,7 @@ public:
 
 protected:
     void ShowCaption() override {
-        static_cast<QGroupBox&>(Widget()).setTitle(LiteralCaption(SingleLineOf(Model().Caption)));
+        static_cast<QGroupBox&>(Real()).setTitle(LiteralCaption(SingleLineOf(Model().Caption)));
     }
 };
 

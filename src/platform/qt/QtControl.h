@@ -24,7 +24,7 @@ public:
     QtControl& operator=(const QtControl&) = delete;
 
     Control& Model() const { return control_; }
-    QWidget& Widget() const { return widget_; }
+    QWidget& Real() const { return widget_; }
     // The widgets that input comes to: the widget itself, and the inner one of a view that scrolls.
     const std::vector<QWidget*>& Parts() const { return parts_; }
 

@@ -169,7 +169,7 @@ private:
 
 QtGrid::QtGrid(GridControl& grid, QWidget& parent, QtWindow& window)
     : QtControl(grid, *new QtGridView(grid, parent, window)), grid_(grid), window_(window),
-      view_(static_cast<QtGridView&>(Widget())), rows_(*new QtGridRows(grid, &view_)) {
+      view_(static_cast<QtGridView&>(Real())), rows_(*new QtGridRows(grid, &view_)) {
     AddPart(*view_.viewport());
     AddPart(*view_.horizontalHeader()->viewport());
     view_.setModel(&rows_);

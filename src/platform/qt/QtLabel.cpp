@@ -48,7 +48,7 @@ public:
 
 protected:
     void ShowCaption() override {
-        auto& label = static_cast<PlainLabel&>(Widget());
+        auto& label = static_cast<PlainLabel&>(Real());
         label.setText(wrapped_ ? LinesOf(Model().Caption) : SingleLineOf(Model().Caption));
         if (label.IsAnnounced() && label.isVisible())
             Announce(label);
@@ -63,7 +63,7 @@ private:
 class PictureControl : public QtControl {
 public:
     PictureControl(PictureBox& control, QWidget& parent)
-        : QtControl(control, *new QLabel(&parent)), control_(control), label_(static_cast<QLabel&>(Widget())) {
+        : QtControl(control, *new QLabel(&parent)), control_(control), label_(static_cast<QLabel&>(Real())) {
         label_.setFrameStyle(static_cast<int>(QFrame::Box) | static_cast<int>(QFrame::Plain));
     }
 

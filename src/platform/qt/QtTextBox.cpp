@@ -12,7 +12,7 @@ namespace tarnwick {
 
 QtTextBox::QtTextBox(TextBox& field, QWidget& parent, QtWindow& window)
     : QtControl(field, *new QLineEdit(&parent)), field_(field), window_(window),
-      edit_(static_cast<QLineEdit&>(Widget())) {
+      edit_(static_cast<QLineEdit&>(Real())) {
     edit_.setAlignment(field.Alignment == Alignment::Center ? Qt::AlignCenter : Qt::AlignLeft);
     // A screen reader's change is no edit to Qt.
     QObject::connect(&edit_, &QLineEdit::textChanged, &window, [this] { TakeText(); });

@@ -18,7 +18,7 @@ Qt::CheckState StateOf(std::int32_t check) { return check != 0 ? Qt::Checked : Q
 
 QtTree::QtTree(TreeControl& tree, QWidget& parent, QtWindow& window)
     : QtControl(tree, *new QTreeWidget(&parent)), tree_(tree), window_(window),
-      view_(static_cast<QTreeWidget&>(Widget())) {
+      view_(static_cast<QTreeWidget&>(Real())) {
     AddPart(*view_.viewport());
     view_.setColumnCount(1);
     view_.setHeaderHidden(true);

@@ -66,7 +66,7 @@ QtWindow::~QtWindow() { qDeleteAll(findChildren<QWidget*>(Qt::FindDirectChildren
 void QtWindow::BuildControls() {
     for (Control* control : window_->Controls) {
         const QtControl* container = Find(control->Container);
-        QWidget& parent = container != nullptr ? container->Widget() : *this;
+        QWidget& parent = container != nullptr ? container->Real() : *this;
         controls_.push_back(MakeQtControl(*control, parent, *this));
         for (QWidget* part : controls_.back()->Parts()) {
             part->setMouseTracking(hasMouseTracking());
@@ -88,6 +88,9 @@ QtControl* QtWindow::Find(const Control* control) const {
     return found != controls_.end() ? found->get() : nullptr;
 }
 
+// The focus is looked at first and set last: hiding or disabling its widget makes Qt pass it on to one of its own
+// choice, where the model may want another. Texts and marks come before visibility, so that nothing old is ever
+// painted.
 void QtWindow::Sync() {
     if (window_ == nullptr)
         return;
@@ -118,15 +121,15 @@ void QtWindow::SyncFocus(const Control* last) {
     if (wanted == nullptr) {
         if (focusWidget() != nullptr)
             focusWidget()->clearFocus();
-    } else if (focusWidget() != &wanted->Widget()) {
-        wanted->Widget().setFocus();
+    } else if (focusWidget() != &wanted->Real()) {
+        wanted->Real().setFocus();
     }
 }
 
 void QtWindow::ShowInFront() {
     if (!placed_) {
         placed_ = true;
-        Centre();
+        Center();
     }
     // What stays out of the task bar lies over the window that has called it.
     if (const QWidget* caller = QApplication::activeWindow(); caller != nullptr && caller != this && isModal()) {
@@ -140,7 +143,7 @@ void QtWindow::ShowInFront() {
 }
 
 // Its frame belongs to the window, but is known only once it shows.
-void QtWindow::Centre() {
+void QtWindow::Center() {
     const QMargins frame = windowHandle() == nullptr ? QMargins() : windowHandle()->frameMargins();
     QRect whole = rect().marginsAdded(frame);
     whole.moveCenter(screen()->availableGeometry().center());
@@ -221,7 +224,7 @@ bool QtWindow::eventFilter(QObject* watched, QEvent* event) {
 // A label is no button to Qt.
 void QtWindow::HandleMouse(const QtControl& control, const QMouseEvent& event) {
     const bool label = control.Model().Kind == ControlKind::Label;
-    const bool inside = control.Widget().rect().contains(event.position().toPoint());
+    const bool inside = control.Real().rect().contains(event.position().toPoint());
     if (event.button() != Qt::LeftButton)
         return;
     if (label && event.type() != QEvent::MouseButtonRelease)
@@ -244,7 +247,7 @@ bool QtWindow::HandleKey(const QKeyEvent& event) {
         return false;
     const KeyEffect effect = EffectOf(*key, *window_, focused == nullptr ? nullptr : &focused->Model());
     if (const QtControl* next = Find(effect.Focus); next != nullptr)
-        next->Widget().setFocus(Qt::TabFocusReason);
+        next->Real().setFocus(Qt::TabFocusReason);
     if (const QtControl* pressed = Find(effect.Press); pressed != nullptr)
         PressAndClick(*pressed);
     else if (QtControl* grid = Find(effect.OpenMenu); grid != nullptr)
@@ -263,9 +266,9 @@ void QtWindow::keyPressEvent(QKeyEvent* event) { event->ignore(); }
 
 void QtWindow::paintEvent(QPaintEvent*) {
     if (place_ && !windowHandle()->frameMargins().isNull()) {
-        // Nobody has moved it: there lies the frame, or the inside until Qt has heard that the frame moved it.
+        // Nobody has moved it: the frame is there, or the inside until Qt knows that the frame has moved it.
         if (frameGeometry().topLeft() == *place_ || geometry().topLeft() == *place_)
-            Centre();
+            Center();
         place_.reset();
     }
     QPainter painter(this);

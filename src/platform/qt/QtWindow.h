@@ -70,7 +70,7 @@ private:
     void BuildControls();
     void SyncFrame();
     void SyncFocus(const Control* last);
-    void Centre();
+    void Center();
     QtControl* Find(const QObject* widget) const;
     QtControl* Find(const Control* control) const;
     void BeforeInput(const QEvent& event);

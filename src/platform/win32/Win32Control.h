@@ -46,7 +46,7 @@ public:
     // lists.
     virtual bool HasOwnGround() const { return false; }
     // The menu key.
-    virtual void OpenMenuByKey() {}
+    virtual void OpenMenu() {}
 
 protected:
     struct Type {

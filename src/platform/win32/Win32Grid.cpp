@@ -162,7 +162,7 @@ void Win32Grid::FollowMouse(int x, int y) {
     Owner().ToolTips().ShowPart(Real(), cell, text);
 }
 
-void Win32Grid::OpenMenuByKey() {
+void Win32Grid::OpenMenu() {
     RECT row = {};
     if (grid_.SelectedRow > 0)
         ListView_GetItemRect(Real(), grid_.SelectedRow - 1, &row, LVIR_LABEL);

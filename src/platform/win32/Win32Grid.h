@@ -15,7 +15,7 @@ public:
     ~Win32Grid() override;
 
     std::intptr_t OnNotify(tagNMHDR& notice) override;
-    void OpenMenuByKey() override;
+    void OpenMenu() override;
 
     // What the mouse does at this point of the grid.
     bool IsOnRow(int x, int y) const;

@@ -127,7 +127,7 @@ void Win32Tree::AddNode(int index) {
     ShowCheck(index);
 }
 
-// A control may tell of every state that is set, also of one that it has: that must come to an end.
+// A control may report every state that is set, even one that it has already: that must come to an end.
 void Win32Tree::ShowCheck(int index) const {
     const UINT state = StateOf(tree_.NodeAt(index));
     if (RealState(index) == state)

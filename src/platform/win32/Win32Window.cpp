@@ -246,7 +246,7 @@ bool Win32Window::OnKey(const tagMSG& message) {
             input.PressAndClick(control, shown);
         });
     if (effect.OpenMenu != nullptr)
-        Find(effect.OpenMenu)->OpenMenuByKey();
+        Find(effect.OpenMenu)->OpenMenu();
     return effect.Handled;
 }
 
@@ -306,7 +306,7 @@ std::intptr_t Win32Window::OnMessage(unsigned message, std::uintptr_t first, std
         if (const Win32Control* control = ControlOf(reinterpret_cast<HWND>(second)))
             return reinterpret_cast<LRESULT>(control->PrepareColors(reinterpret_cast<HDC>(first)));
         break;
-    // Themed controls have their window paint behind them.
+    // Themed controls have their window paint their ground.
     case WM_ERASEBKGND:
     case WM_PRINTCLIENT:
         PaintGround(reinterpret_cast<HDC>(first), real_, model_, dpi_);
