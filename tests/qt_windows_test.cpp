@@ -482,6 +482,36 @@ void Look(WindowSlot& slot) {
             EXPECT_LE(header->sectionSizeHint(section), header->sectionSize(section)) << *window.Name << section;
 }
 
+// Rows of the display's pixels, in colours.
+std::set<QRgb> ColorsIn(const QImage& image, const QRectF& area) {
+    std::set<QRgb> colors;
+    const QRect part =
+        QRectF(area.topLeft() * image.devicePixelRatio(), area.size() * image.devicePixelRatio()).toRect();
+    for (int y = part.top(); y <= part.bottom(); ++y)
+        for (int x = part.left(); x <= part.right(); ++x)
+            colors.insert(image.pixel(x, y));
+    return colors;
+}
+
+// The scale may put a line between two pixels of the display.
+TEST(QtLook, RulesAndPicturesAreWhole) {
+    Favorites::SplashDone = true;
+    const QtMachine machine;
+    Form5.Show();
+    const QImage report = RealOf(*Form5)->grab().toImage();
+    const std::set<QRgb> rule = ColorsIn(report, QRectF(300, PixelsOf(Form5->Line4.Place->Top) - 1, 0.5, 4));
+    EXPECT_TRUE(rule.contains(qRgb(128, 128, 128))) << "the line of shadow";
+    EXPECT_TRUE(rule.contains(qRgb(255, 255, 255))) << "the line of light";
+    Form9.Show();
+    const QImage about = RealOf(*Form9)->grab().toImage();
+    const QRectF picture = PixelsOf(*Form9->Picture1.Place);
+    for (const QRectF& side : {QRectF(picture.topLeft(), QSizeF(picture.width(), 2)),
+                               QRectF(picture.bottomLeft() - QPointF(0, 2), QSizeF(picture.width(), 2)),
+                               QRectF(picture.topLeft(), QSizeF(2, picture.height())),
+                               QRectF(picture.topRight() - QPointF(2, 0), QSizeF(2, picture.height()))})
+        EXPECT_FALSE(ColorsIn(about, side).contains(qRgb(128, 128, 128))) << "the ground beside the picture";
+}
+
 // Of any window, in any of its states. It is run at several scales of the display.
 TEST(QtLook, NoTextIsCutOff) {
     Favorites::SplashDone = true; // no splash: its tick would go on to start the program

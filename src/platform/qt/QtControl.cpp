@@ -78,7 +78,8 @@ protected:
     }
 };
 
-// Lines and outlines; they let the mouse through.
+// Lines and outlines; they let the mouse through. Filled, not drawn: a pen's line may fall between the display's pixels
+// at a scale such as 125 %.
 class Drawing : public QWidget {
 public:
     Drawing(const Control& control, QWidget& parent) : QWidget(&parent), line_(control.Kind == ControlKind::Line) {
@@ -89,10 +90,11 @@ public:
 protected:
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
+        const QBrush color = palette().windowText();
         if (line_)
-            painter.drawLine(rect().topLeft(), rect().bottomRight());
+            painter.fillRect(rect(), color);
         else
-            painter.drawRect(rect().adjusted(0, 0, -1, -1));
+            PaintOutline(painter, rect(), color);
     }
 
 private:

@@ -59,13 +59,28 @@ private:
     const bool wrapped_;
 };
 
-// One pixel of frame around the picture.
+// A picture with one pixel of frame around it. The picture fills what the frame leaves, whatever pixels of the display
+// that comes to.
+class FramedPicture : public QLabel {
+public:
+    using QLabel::QLabel;
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        if (!pixmap().isNull()) {
+            painter.fillRect(rect(), palette().windowText());
+            painter.drawPixmap(rect().adjusted(1, 1, -1, -1), pixmap());
+        }
+        PaintOutline(painter, rect(), palette().windowText());
+    }
+};
+
 class PictureControl : public QtControl {
 public:
     PictureControl(PictureBox& control, QWidget& parent)
-        : QtControl(control, *new QLabel(&parent)), control_(control), label_(static_cast<QLabel&>(Real())) {
-        label_.setFrameStyle(static_cast<int>(QFrame::Box) | static_cast<int>(QFrame::Plain));
-    }
+        : QtControl(control, *new FramedPicture(&parent)), control_(control), label_(static_cast<QLabel&>(Real())) {}
 
 protected:
     void SyncKind() override {

@@ -148,6 +148,13 @@ QIcon IconOf(const std::string& name) {
     return icon;
 }
 
+void PaintOutline(QPainter& painter, const QRect& area, const QBrush& color) {
+    for (const QRect& side :
+         {QRect(area.left(), area.top(), area.width(), 1), QRect(area.left(), area.bottom(), area.width(), 1),
+          QRect(area.left(), area.top(), 1, area.height()), QRect(area.right(), area.top(), 1, area.height())})
+        painter.fillRect(side, color);
+}
+
 void PaintEdge(QPainter& painter, QRect area, int edge) {
     const auto side = [&](const QColor& leftTop, const QColor& rightBottom) {
         painter.fillRect(area.left(), area.top(), area.width(), 1, leftTop);

@@ -12,6 +12,7 @@
 #include <QRect>
 
 class QApplication;
+class QBrush;
 class QPainter;
 
 namespace tarnwick {
@@ -31,6 +32,9 @@ QRect PixelsOf(const Rect& place);
 QPixmap PictureOf(const std::string& name);
 // The icon in every size that the resources hold: "x.png" and "x-16.png", "x-32.png"...
 QIcon IconOf(const std::string& name);
+
+// One pixel along the inside of `area`.
+void PaintOutline(QPainter& painter, const QRect& area, const QBrush& color);
 
 // Paints the edges of DrawEdge (user32) along the four sides of `area`: a sum of BDR_RAISEDOUTER 1, BDR_SUNKENOUTER 2,
 // BDR_RAISEDINNER 4 and BDR_SUNKENINNER 8.
