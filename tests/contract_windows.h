@@ -41,6 +41,7 @@ public:
                       .TabIndex = 0,
                       .AccessibleName = "Seconds",
                       .MaxLength = 2},
+                     {Value1, "Value1", &Frame1, {150, 600, 1500, 210}},
                      {Option1, "Option1", &Frame1, {0, 0, 900, 225}, "", 6},
                      {Option2, "Option2", nullptr, {3000, 0, 900, 225}, "", 7},
                      {Check1, "Check1", nullptr, {3000, 300, 900, 225}, "", 5},
@@ -72,6 +73,7 @@ public:
     }
 
     Label Label1, Label2;
+    Label Value1;         // one line in a frame
     Frame Frame1, Frame2; // Frame2, hidden at first, lies over the tree
     CommandButton Command1, Command2;
     CheckBox Check1;

@@ -239,6 +239,17 @@ TEST_F(QtWindowsTest, ShowsDataAsPlainTextEverywhere) {
     }
 }
 
+TEST_F(QtWindowsTest, ShowsWhatALabelCutsAsItsToolTip) {
+    Show();
+    for (const std::string& text : {std::string("short"), std::string(80, '<')}) {
+        w.Value1.Caption = text;
+        p.Settle();
+        QHelpEvent help(QEvent::ToolTip, {5, 5}, person.Real(w.Value1).mapToGlobal(QPoint(5, 5)));
+        QCoreApplication::sendEvent(&person.Real(w.Value1), &help);
+        EXPECT_EQ(QToolTip::text().count("&lt;"), text == "short" ? 0 : 80);
+    }
+}
+
 TEST_F(QtWindowsTest, AGridTakesButtonsAndKeysAndFollowsItsRows) {
     Show();
     auto& grid = person.Real<QTableView>(w.Grid1);

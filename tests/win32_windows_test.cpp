@@ -290,6 +290,17 @@ TEST_F(Win32WindowsTest, BreaksALongToolTip) {
     EXPECT_LT(ToolTipText(Real(w.Grid1), 1).size(), 1050U);
 }
 
+TEST_F(Win32WindowsTest, ShowsWhatALabelCutsAsItsToolTip) {
+    Show();
+    const HWND label = Real(w.Value1);
+    for (const std::string& text : {std::string(200, 'x'), std::string("short")}) {
+        w.Value1.Caption = text;
+        p.Settle();
+        EXPECT_EQ(ToolTipText(Real(w.Frame1), reinterpret_cast<UINT_PTR>(label)).substr(0, 100),
+                  text.size() > 100 ? text.substr(0, 100) : "");
+    }
+}
+
 TEST_F(Win32WindowsTest, ServesAScreenReader) {
     Show();
     std::string order; // it reads from front to back

@@ -4,8 +4,10 @@
 #include "platform/qt/QtText.h"
 
 #include <QAccessible>
+#include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
+#include <QToolTip>
 
 #include <algorithm>
 
@@ -15,6 +17,15 @@ PlainLabel::PlainLabel(const Label& label, QWidget& parent) : QLabel(&parent), a
     setTextFormat(Qt::PlainText);
     setWordWrap(label.WordWrap);
     setAlignment(Qt::AlignTop | (label.Alignment == Alignment::Center ? Qt::AlignHCenter : Qt::AlignLeft));
+}
+
+bool PlainLabel::IsCut() const { return !wordWrap() && fontMetrics().horizontalAdvance(text()) > width(); }
+
+bool PlainLabel::event(QEvent* event) {
+    if (event->type() != QEvent::ToolTip || !IsCut())
+        return QLabel::event(event);
+    QToolTip::showText(static_cast<const QHelpEvent&>(*event).globalPos(), LiteralToolTip(FromQt(text())), this);
+    return true;
 }
 
 void PlainLabel::paintEvent(QPaintEvent*) {

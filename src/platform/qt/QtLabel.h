@@ -16,9 +16,12 @@ public:
     bool IsAnnounced() const { return announced_; }
 
 protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    bool IsCut() const;
+
     const bool announced_;
 };
 

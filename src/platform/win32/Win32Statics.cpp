@@ -56,8 +56,25 @@ void Win32Label::SyncContent() {
     if (!lines_.Differs(label_.Caption))
         return;
     SetWindowTextW(Real(), (label_.WordWrap ? LinesOf(label_.Caption) : SingleLineOf(label_.Caption)).c_str());
+    ShowWhole();
     if (label_.Announced)
         AnnounceText(Real());
+}
+
+// A text that is cut with dots is whole in a tool tip.
+void Win32Label::ShowWhole() {
+    if (label_.WordWrap || !label_.ToolTip->empty())
+        return;
+    RECT room;
+    GetClientRect(Real(), &room);
+    const HDC surface = GetDC(Real());
+    const HGDIOBJ former = SelectObject(surface, reinterpret_cast<HFONT>(Send(WM_GETFONT)));
+    const std::wstring text = SingleLineOf(label_.Caption);
+    SIZE size = {};
+    GetTextExtentPoint32W(surface, text.c_str(), static_cast<int>(text.size()), &size);
+    SelectObject(surface, former);
+    ReleaseDC(Real(), surface);
+    Owner().ToolTips().ShowWhole(GetAncestor(Real(), GA_PARENT), Real(), size.cx > room.right ? label_.Caption : "");
 }
 
 bool Win32Label::IsEmpty() const { return label_.Caption.empty() && label_.BackColor.Role == ColorRole::Transparent; }

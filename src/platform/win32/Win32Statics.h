@@ -12,7 +12,9 @@ public:
 
 private:
     void SyncContent() override;
+    void Scale(int /*dpi*/) override { ShowWhole(); }
     bool IsEmpty() const override;
+    void ShowWhole();
 
     Label& label_;
     Shown<std::string> lines_{{}};

@@ -16,6 +16,17 @@ void Win32ToolTips::Show(HWND__* window, HWND__* control, const std::string& tex
     Set(window, reinterpret_cast<std::uintptr_t>(control), place, text);
 }
 
+void Win32ToolTips::ShowWhole(HWND__* parent, HWND__* label, const std::string& text) {
+    if (text.empty() && real_ == nullptr)
+        return;
+    RECT place = {};
+    if (!text.empty()) {
+        GetClientRect(label, &place);
+        MapWindowPoints(label, parent, reinterpret_cast<POINT*>(&place), 2);
+    }
+    Set(parent, reinterpret_cast<std::uintptr_t>(label), place, text);
+}
+
 void Win32ToolTips::ShowPart(HWND__* control, const tagRECT& part, const std::string& text) {
     Set(control, 1, text.empty() ? RECT{} : part, text);
 }
