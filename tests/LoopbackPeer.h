@@ -13,7 +13,7 @@ namespace tarnwick::test {
 class LoopbackPeer {
 public:
     LoopbackPeer() {
-        services().Sockets.Startup(257); // on Windows the peer's own sockets need it, too
+        services().Sockets.Startup(WinsockVersion); // on Windows the peer's own sockets need it, too
         listener_ = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
         sockaddr_in own = {};
         own.sin_family = AF_INET;

@@ -147,10 +147,8 @@ TYPED_TEST_P(SocketContract, NothingOfAClosedSocketArrives) {
 }
 
 TYPED_TEST_P(SocketContract, NamesAndNumbers) {
-    for (const std::int32_t port : {80, 65536 + 80})
-        EXPECT_EQ(Sockets().HostToNetwork(port), 80U << 8U);
-    EXPECT_EQ(Sockets().HostToNetwork(-1), 0xFFFF);
-    EXPECT_EQ(Sockets().AddressFromText("host"), 0xFFFFFFFFU);
+    EXPECT_EQ(Sockets().HostToNetwork(0x1F90), 0x901F);
+    EXPECT_EQ(Sockets().AddressFromText("host"), NoAddress);
     const auto lookUp = Sockets().LookUp("127.0.0.1");
     ASSERT_TRUE(lookUp && lookUp->Wait(10000));
     EXPECT_EQ(lookUp->Address().size(), 4U);
@@ -166,7 +164,7 @@ REGISTER_TYPED_TEST_SUITE_P(SocketContract, AReplyIsReadBitByBitAndTheCloseComes
 // What the system's own reader of addresses makes of a text: the bytes, the first one lowest.
 inline void ExpectAddressesAreReadAsOnWindows() {
     for (const std::string text : {"", "256.1.1.1", "1.2.3.4x", "localhost", "1.2.3.4.5", "255.255.255.255"})
-        EXPECT_EQ(Sockets().AddressFromText(text), 0xFFFFFFFFU) << text;
+        EXPECT_EQ(Sockets().AddressFromText(text), NoAddress) << text;
     for (const auto& [text, address] :
          {std::pair{"127.1", 0x0100007FU}, {"0x7f.1", 0x0100007FU}, {"1.2.3.4 x", 0x04030201U}, {" ", 0U}})
         EXPECT_EQ(Sockets().AddressFromText(text), address) << text;

@@ -96,7 +96,7 @@ TEST_F(ProbeTest, OnlyWhatCanBeAHostNameIsLookedUp) {
     for (const std::string& name : {""s, "."s, "bad..name"s, ".name"s, "name.."s, "a" + label + ".b", "b.a" + label,
                                     most + std::string(62, 'a'), "local\0host"s, "local host"s, "local\x7Fhost"s})
         lookUps.AddressOf(name, 1000);
-    EXPECT_EQ(WinsockAPI::OpenClientSocket("good.example", WinsockAPI::NoPort, Form2->Handle(), lookUps, 0), -1);
+    EXPECT_EQ(WinsockAPI::OpenClientSocket("good.example", std::nullopt, Form2->Handle(), lookUps, 0), -1);
     EXPECT_EQ(machine.Sockets.LookedUp, names);
 }
 

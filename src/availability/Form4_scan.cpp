@@ -3,13 +3,13 @@
 #include "availability/Form4.h"
 #include "favorites/Folders.h"
 #include "favorites/Shortcut.h"
-#include "probe/WinsockAPI.h"
 #include "report/Form5.h"
 #include "shell/Form2.h"
 #include "shell/Preferences.h"
 #include "text/Number.h"
 
 #include <cstdio>
+#include <optional>
 
 namespace tarnwick {
 
@@ -18,14 +18,17 @@ using Favorites::LinkFinished;
 
 namespace {
 
-constexpr std::int32_t LargestPort = 65534;
+constexpr std::uint16_t WebPort = 80;
+constexpr std::int32_t LargestPort = 65534; // 0 and 65535 are reserved (RFC 6335, 6)
 
-// The port as it goes through 16 signed bits.
-std::int16_t PortNumber(const std::string& text) {
+// Nothing for a text that is no port to connect to.
+std::optional<std::uint16_t> PortNumber(const std::string& text) {
     if (text.empty())
-        return 80;
+        return WebPort;
     const auto port = NumberFromText(text);
-    return port && *port >= 1 && *port <= LargestPort ? static_cast<std::int16_t>(*port) : WinsockAPI::NoPort;
+    if (!port || *port < 1 || *port > LargestPort)
+        return std::nullopt;
+    return static_cast<std::uint16_t>(*port);
 }
 
 bool IsDotName(const std::string& name) { return name == "." || name == ".."; }

@@ -40,7 +40,7 @@ Winsock::~Winsock() {
     Instance = nullptr;
 }
 
-void Winsock::SOCKET_CONNECT(WindowHandle lngHandle, const std::string& szHost, std::int16_t intPort,
+void Winsock::SOCKET_CONNECT(WindowHandle lngHandle, const std::string& szHost, std::optional<std::uint16_t> intPort,
                              std::int64_t lookUpMs) {
     if (Connected == 1)
         SOCKET_DISCONNECT(lngHandle);

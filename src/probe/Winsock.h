@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace tarnwick {
@@ -28,8 +29,9 @@ public:
     std::function<void(std::int32_t ErrorID)> Error;
 
     // Starts a connection whose events go to the window `lngHandle`, and returns without waiting for it. SocketHandle()
-    // is -1 afterwards when it can't even be started. A look-up of the host ends within `lookUpMs`.
-    void SOCKET_CONNECT(WindowHandle lngHandle, const std::string& szHost, std::int16_t intPort, std::int64_t lookUpMs);
+    // is -1 afterwards when it can't even be started, as without a port. A look-up of the host ends within `lookUpMs`.
+    void SOCKET_CONNECT(WindowHandle lngHandle, const std::string& szHost, std::optional<std::uint16_t> intPort,
+                        std::int64_t lookUpMs);
     // Closes the socket and gives the window its own procedure back: nothing of this socket arrives any more. Harmless
     // when there is none.
     void SOCKET_DISCONNECT(WindowHandle lngHandle);

@@ -19,14 +19,14 @@ SocketNumber GiveUp(SocketNumber socket) {
 
 } // namespace
 
-SocketNumber OpenClientSocket(const std::string& szHost, std::int16_t intPort, WindowHandle lngHandle,
+SocketNumber OpenClientSocket(const std::string& szHost, std::optional<std::uint16_t> intPort, WindowHandle lngHandle,
                               HostLookups& lookUps, std::int64_t lookUpMs) {
+    if (!intPort)
+        return SocketError::Failed;
     SocketService& sockets = services().Sockets;
     AddressRecord address;
     address.Family = FamilyInternet;
-    address.Port = sockets.HostToNetwork(intPort);
-    if (intPort == NoPort)
-        return SocketError::Failed;
+    address.Port = sockets.HostToNetwork(*intPort);
     address.Address = AddressFromHost(szHost, lookUps, lookUpMs);
     if (address.Address == NoAddress)
         return SocketError::Failed;

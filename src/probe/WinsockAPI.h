@@ -5,6 +5,7 @@
 #include "services/Services.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace tarnwick {
@@ -15,12 +16,10 @@ namespace tarnwick::WinsockAPI {
 
 inline constexpr std::uint32_t SocketMessage = 1025; // WM_USER + 1, brings a socket's events
 
-inline constexpr std::int16_t NoPort = -1; // no connection can be started to it
-
 // Opens a socket and starts its connection without waiting for it; events go to `lngHandle` as SocketMessage. The
-// socket, or SocketError::Failed when it can't even be started, to NoPort above all, and then nothing stays open. A
-// look-up of the host ends within `lookUpMs`.
-SocketNumber OpenClientSocket(const std::string& szHost, std::int16_t intPort, WindowHandle lngHandle,
+// socket, or SocketError::Failed when it can't even be started, without a port above all, and then nothing stays open.
+// A look-up of the host ends within `lookUpMs`.
+SocketNumber OpenClientSocket(const std::string& szHost, std::optional<std::uint16_t> intPort, WindowHandle lngHandle,
                               HostLookups& lookUps, std::int64_t lookUpMs);
 
 // 0, or -1.

@@ -166,7 +166,7 @@ public:
     virtual std::int32_t Receive(SocketNumber socket, std::string& buffer) = 0;
     virtual std::int32_t Close(SocketNumber socket) = 0; // 0, or Failed; harmless for any number
 
-    virtual std::uint16_t HostToNetwork(std::int32_t port) = 0; // of the low 16 bits
+    virtual std::uint16_t HostToNetwork(std::uint16_t port) = 0;
     // In network order, or NoAddress. An abbreviated address counts, as with inet_addr(); what follows a blank doesn't.
     virtual std::uint32_t AddressFromText(const std::string& text) = 0;
     // nullptr when it can't be started. A name with a NUL, or one that is no host's, finds nothing.

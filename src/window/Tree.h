@@ -34,6 +34,7 @@ public:
     void FinishNodes();
 
     const NodeList& Nodes() const { return nodes_; }
+    // These three throw std::out_of_range for an index that no node has.
     const Node& NodeAt(int index) const { return nodes_.nodes_.at(static_cast<std::size_t>(index - 1)); }
     std::int32_t NodeCheck(int index) const { return NodeAt(index).Check; }
     void SetNodeCheck(int index, std::int32_t check);

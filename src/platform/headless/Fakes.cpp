@@ -239,9 +239,8 @@ std::int32_t FakeSockets::Close(SocketNumber socket) {
     return Fails("Close") ? -1 : 0; // the number is free in any case
 }
 
-std::uint16_t FakeSockets::HostToNetwork(std::int32_t port) {
-    const auto low = static_cast<std::uint16_t>(port & 0xFFFF);
-    return static_cast<std::uint16_t>(low << 8 | low >> 8);
+std::uint16_t FakeSockets::HostToNetwork(std::uint16_t port) {
+    return static_cast<std::uint16_t>(port << 8 | port >> 8);
 }
 
 std::uint32_t FakeSockets::AddressFromText(const std::string&) { return NoAddress; }

@@ -279,7 +279,7 @@ std::int32_t PosixSockets::Close(SocketNumber socket) {
     return 0;
 }
 
-std::uint16_t PosixSockets::HostToNetwork(std::int32_t port) { return htons(static_cast<std::uint16_t>(port)); }
+std::uint16_t PosixSockets::HostToNetwork(std::uint16_t port) { return htons(port); }
 
 std::uint32_t PosixSockets::AddressFromText(const std::string& text) {
     in_addr address = {};

@@ -15,6 +15,17 @@ namespace {
 
 constexpr std::int32_t NameSize = 256; // bytes, the closing NUL included
 
+// The numbers of the service are the system's own: they go through unchanged.
+static_assert(FamilyInternet == AF_INET && TypeStream == SOCK_STREAM && ProtocolTcp == IPPROTO_TCP);
+static_assert(LevelSocket == SOL_SOCKET && OptionLinger == SO_LINGER && NoAddress == INADDR_NONE);
+static_assert(SocketEvent::All == (FD_READ | FD_WRITE | FD_CONNECT | FD_CLOSE));
+static_assert(SocketEvent::Read == FD_READ && SocketEvent::Write == FD_WRITE && SocketEvent::Close == FD_CLOSE);
+static_assert(SocketError::Failed == SOCKET_ERROR && SocketError::AddressNotAvailable == WSAEADDRNOTAVAIL);
+static_assert(SocketError::NetworkDown == WSAENETDOWN && SocketError::ConnectionReset == WSAECONNRESET);
+static_assert(SocketError::ConnectionRefused == WSAECONNREFUSED && SocketError::SystemNotReady == WSASYSNOTREADY);
+static_assert(SocketError::VersionNotSupported == WSAVERNOTSUPPORTED);
+static_assert(sizeof(LingerRecord) == sizeof(linger) && sizeof(AddressRecord) == sizeof(sockaddr));
+
 SOCKET SocketOf(SocketNumber number) { return static_cast<SOCKET>(number); }
 
 // Takes what is queued for a socket out of its window's queue; what is queued for others stays, in order.
@@ -66,7 +77,6 @@ std::int32_t Win32Sockets::AsyncSelect(SocketNumber socket, WindowHandle window,
 }
 
 std::int32_t Win32Sockets::Connect(SocketNumber socket, const AddressRecord& address) {
-    static_assert(sizeof(AddressRecord) == sizeof(sockaddr));
     // Not every Windows, and no Wine, refuses address 0 by itself; and a connect that fails at once posts nothing.
     int error = WSAEADDRNOTAVAIL;
     if (address.Address != 0) {
@@ -106,7 +116,7 @@ std::int32_t Win32Sockets::Close(SocketNumber socket) {
     return result;
 }
 
-std::uint16_t Win32Sockets::HostToNetwork(std::int32_t port) { return htons(static_cast<u_short>(port & 0xFFFF)); }
+std::uint16_t Win32Sockets::HostToNetwork(std::uint16_t port) { return htons(port); }
 
 std::uint32_t Win32Sockets::AddressFromText(const std::string& text) {
     return static_cast<std::uint32_t>(inet_addr(text.c_str()));

@@ -24,7 +24,7 @@ public:
     std::int32_t Receive(SocketNumber socket, std::string& buffer) override;
     std::int32_t Close(SocketNumber socket) override;
 
-    std::uint16_t HostToNetwork(std::int32_t port) override;
+    std::uint16_t HostToNetwork(std::uint16_t port) override;
     std::uint32_t AddressFromText(const std::string& text) override;
     std::shared_ptr<HostLookup> LookUp(const std::string& name) override;
     std::string NameOfHost(std::uint32_t address) override;
