@@ -312,6 +312,7 @@ TEST_F(QtWindowsTest, ReadsWellToAScreenReader) {
     EXPECT_EQ(Read(w.Command1) + Read(w.Command1, QAccessible::Accelerator), "OneAlt+O");
     EXPECT_TRUE(person.Reader(w.Check1)->state().checked && person.Reader(w.Command1)->state().defaultButton);
     EXPECT_EQ(person.Reader(w.Label1)->role(), QAccessible::StaticText);
+    EXPECT_EQ(person.Reader(w.Label2)->role(), QAccessible::Notification);
     EXPECT_EQ(person.Reader(w.Check1)->role(), QAccessible::CheckBox);
     EXPECT_EQ(person.Reader(w.Option1)->role(), QAccessible::RadioButton);
     EXPECT_EQ(person.Reader(w.Command2)->role(), QAccessible::PushButton);
@@ -340,12 +341,26 @@ TEST_F(QtWindowsTest, ReadsWellToAScreenReader) {
     EXPECT_TRUE(tree->tableInterface()->cellAt(2, 0)->state().checked);
 }
 
+TEST_F(QtWindowsTest, LaysAModalWindowOverTheOneThatCallsIt) {
+    Show();
+    p.Soon([&] {
+        EXPECT_EQ(RealOf(*Other.Object)->windowHandle()->transientParent(), RealOf(w)->windowHandle());
+        Other.Unload();
+    });
+    Other.ShowModal();
+}
+
 TEST_F(QtWindowsTest, OpensCentredAndFollowsItsFrameLater) {
     w.Shape1.ForeColor = w.Line1.ForeColor = Color::Rgb(4, 5, 6);
     Show();
     QWidget& real = *RealOf(w);
     const QPoint off = real.frameGeometry().center() - real.screen()->availableGeometry().center();
     EXPECT_TRUE(off.manhattanLength() <= 1 && real.frameGeometry().height() > real.height());
+    for (const bool topMost : {true, false}) {
+        w.TopMost = topMost;
+        p.Settle();
+        EXPECT_EQ(real.windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint), topMost);
+    }
     w.Icon = "tarnwick.png";
     w.BackColor = Color::Rgb(1, 2, 3);
     const auto seenAt = [&](int x, int y) { return real.grab().toImage().pixelColor(x, y); };

@@ -188,6 +188,7 @@ TEST_F(ShellTest, TheLinkUnderlinesAndOpensTheMakersSite) {
     StartProgram();
     InOptions([&] {
         EXPECT_EQ(Form1->Text1.MaxLength, 2);
+        EXPECT_EQ(*Form1->Label4.ToolTip, "Visit us!");
         for (const auto& leave : {Form1->MouseMove, Form1->Frame3.MouseMove, Form1->Command2.MouseMove}) {
             Form1->Raise(Form1->Label4.MouseMove);
             EXPECT_TRUE(Form1->Label4.Font.Underline);

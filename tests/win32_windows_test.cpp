@@ -301,6 +301,19 @@ TEST_F(Win32WindowsTest, ShowsWhatALabelCutsAsItsToolTip) {
     }
 }
 
+TEST_F(Win32WindowsTest, SpeaksTheNewTextsOfAnAnnouncedLabelAlone) {
+    static std::vector<HWND> spoken;
+    constexpr DWORD liveRegionChanged = 0x8019; // EVENT_OBJECT_LIVEREGIONCHANGED
+    Show();
+    const auto speak = [](HWINEVENTHOOK, DWORD, HWND window, LONG, LONG, DWORD, DWORD) { spoken.push_back(window); };
+    const HWINEVENTHOOK hook = SetWinEventHook(liveRegionChanged, liveRegionChanged, nullptr, speak,
+                                               GetCurrentProcessId(), 0, WINEVENT_OUTOFCONTEXT);
+    w.Label1.Caption = w.Label2.Caption = "new";
+    p.Settle();
+    UnhookWinEvent(hook);
+    EXPECT_EQ(spoken, std::vector{Real(w.Label2)});
+}
+
 TEST_F(Win32WindowsTest, ServesAScreenReader) {
     Show();
     std::string order; // it reads from front to back
@@ -331,7 +344,11 @@ TEST_F(Win32WindowsTest, FollowsItsFrameAndPaintsItsGroundWhereItIsAsked) {
     w.BackColor = Color::Rgb(1, 2, 3);
     w.Frame1.BackColor = Color::Rgb(4, 5, 6);
     w.Icon = "tarnwick.ico";
+    while (const HWND tip = FindWindowExW(nullptr, nullptr, TOOLTIPS_CLASSW, nullptr))
+        DestroyWindow(tip); // Wine lifts no window over others that owns one
+    w.TopMost = true;
     p.Settle();
+    EXPECT_NE(GetWindowLongW(Form(), GWL_EXSTYLE) & WS_EX_TOPMOST, 0);
     EXPECT_NE(SendMessageW(Form(), WM_GETICON, ICON_BIG, 0), 0);
     const HDC surface = CreateCompatibleDC(nullptr);
     const HBITMAP bitmap = CreateBitmap(100, 100, 1, 32, nullptr);

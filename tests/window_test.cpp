@@ -224,6 +224,8 @@ TEST_F(WindowTest, EveryWindowIsWhole) {
             EXPECT_TRUE(!isButton || taken.insert("&" + AccessKeyOf(*control)).second);
             defaults += isButton && *static_cast<const CommandButton*>(control)->Default ? 1 : 0;
             EXPECT_FALSE(control->TabIndex >= 0 && (control->Caption + *control->AccessibleName).empty());
+            const bool isBanner = control->BackColor.Role == ColorRole::ButtonShadow;
+            EXPECT_TRUE(!isBanner || static_cast<const Label*>(control)->Alignment == Alignment::Center);
             const bool isPicture = control->Kind == ControlKind::PictureBox && slot != &Form6;
             EXPECT_TRUE(!isPicture || (static_cast<const PictureBox*>(control)->Picture == "side.jpg" &&
                                        *control->AccessibleName == (slot == &Form2 ? "" : "Tarnwick")));
@@ -231,6 +233,9 @@ TEST_F(WindowTest, EveryWindowIsWhole) {
         EXPECT_FALSE(taken.contains("&")) << "a button without a key";
         EXPECT_EQ(defaults, slot == &Form2 || slot == &Form9 ? 0 : 1);
     }
+    for (const Label* text : {&Form4->Label11, &Form7->Label1, &Form7->Label3})
+        EXPECT_TRUE(text->Announced) << *text->Name;
+    EXPECT_EQ(*Form4->Label8.AccessibleDescription, "Status");
 }
 
 } // namespace

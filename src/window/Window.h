@@ -38,7 +38,7 @@ public:
     Fixed<bool> InTaskBar = true;
 
     std::string Title;
-    bool TopMost = false; // to be written before the window shows
+    bool TopMost = false; // over the windows of other programs, too
     int Edge = 0;         // edge type of DrawEdge around the client area, 0: none
     std::string Icon;     // name of an icon that the front end carries, empty: the desktop's default
     Color BackColor = Color::Of(ColorRole::ButtonFace);

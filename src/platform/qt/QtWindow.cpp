@@ -38,8 +38,6 @@ Qt::WindowFlags FlagsOf(const Window& window) {
                  (window.InTaskBar ? Qt::Window : Qt::Tool);
         break;
     }
-    if (window.TopMost)
-        flags |= Qt::WindowStaysOnTopHint;
     return flags;
 }
 
@@ -113,6 +111,12 @@ void QtWindow::SyncFrame() {
     }
     if (edge_.Differs(window_->Edge))
         update();
+    if (topMost_.Differs(window_->TopMost)) {
+        // Not setWindowFlags(), which hides a window.
+        overrideWindowFlags(windowFlags().setFlag(Qt::WindowStaysOnTopHint, window_->TopMost));
+        if (windowHandle() != nullptr)
+            windowHandle()->setFlag(Qt::WindowStaysOnTopHint, window_->TopMost);
+    }
 }
 
 void QtWindow::SyncFocus(const Control* last) {

@@ -90,6 +90,7 @@ private:
     Shown<std::string> icon_{{}};
     Shown<Color> backColor_;
     Shown<int> edge_;
+    Shown<bool> topMost_{false};
     Shown<unsigned> focusRequest_{0};
     std::optional<QPoint> place_; // where the window was put, until its frame is known
     bool placed_ = false;
