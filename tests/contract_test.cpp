@@ -92,6 +92,7 @@ public:
             machine_.Windows.Look(control == nullptr ? static_cast<const void*>(&w) : control));
     }
     std::string Title() override { return w.Title; }
+    Log Spoken() override { return std::exchange(machine_.Windows.Spoken, {}); }
     bool HasFocus(const Control& control) override { return machine_.Windows.Focus(w) == &control; }
     bool Reads(const Control& control) override { return IsShown(w, control); }
 

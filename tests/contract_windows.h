@@ -134,6 +134,9 @@ public:
     // What is painted of a control, or of the whole window with nullptr: another number for another picture.
     virtual std::size_t Picture(const Control* control) = 0;
     virtual std::string Title() = 0;
+
+    // Ears: what a screen reader has been given to speak since the last call; the first one begins to listen.
+    virtual Log Spoken() = 0;
     virtual bool IsMarked(const Control& control) = 0; // a check box or an option button
     virtual int SelectedRow() = 0;
     virtual bool HasFocus(const Control& control) = 0;
@@ -476,6 +479,27 @@ TEST_F(WindowContract, FollowsEveryFieldThatMayBeWritten) {
     p.Settle();
     EXPECT_EQ(p.Title(), "New title");
     EXPECT_EQ(Raised(), Log{}) << "writing a field is no input";
+}
+
+TEST_F(WindowContract, AnnouncesALabelOnceItShows) {
+    Show();
+    p.Spoken();
+    for (Label* label : {&w.Label1, &w.Value1})
+        label->Click = nullptr; // it would be a button to a reader
+    w.Label1.Caption = "text";
+    p.Settle();
+    EXPECT_EQ(p.Spoken(), Log{}) << "a new text alone";
+    w.Label1.Announce();
+    p.Settle();
+    EXPECT_EQ(p.Spoken(), Log{"text"});
+    w.Frame1.Visible = false;
+    w.Value1.Caption = "late";
+    w.Value1.Announce();
+    p.Settle();
+    EXPECT_EQ(p.Spoken(), Log{}) << "it is hidden with its frame";
+    w.Frame1.Visible = true;
+    p.Settle();
+    EXPECT_EQ(p.Spoken(), Log{"late"});
 }
 
 TEST_F(WindowContract, ShowsWhatAHandlerWritesInItsFirstPass) {

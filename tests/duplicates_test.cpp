@@ -45,6 +45,8 @@ TEST_F(DuplicatesTest, PairsEqualLinksInTheOrderOfADoubleLoop) {
     EXPECT_EQ(VisibleColumns(Form7->Grid1), (Strings{"Link 1 105", "Folder 1 93", "Link 2 105", "Folder 2 93"}));
     EXPECT_EQ(RowCells(Form7->Grid1, 1), (Strings{"A", "Favorites root", "B", "Work", machine.Favorites.Full("A.url"),
                                                   machine.Favorites.Full("Work\\B.url")}));
+    machine.Windows.PumpEvents();
+    EXPECT_EQ(machine.Windows.Spoken.back(), Form7->Label4.Caption);
     EXPECT_FALSE(Form7->Frame1.Visible);
     EXPECT_TRUE(Form7->Command2.Enabled);
     EXPECT_EQ(Form7->Command1.Caption, "&Finish");

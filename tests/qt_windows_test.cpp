@@ -2,6 +2,7 @@
 
 #include "Driver.h"
 #include "contract_windows.h"
+#include "platform/qt/QtLabel.h"
 #include "platform/qt/QtLook.h"
 #include "platform/qt/QtWindows.h"
 #include "report/Form6.h"
@@ -115,6 +116,17 @@ public:
     std::string Text(const Control& control) override {
         return Real(control).property("text").toString().toStdString();
     }
+    Log Spoken() override {
+        for (const PlainLabel* label : RealOf(w)->findChildren<PlainLabel*>()) {
+            label->disconnect(&listener_);
+            QObject::connect(label, &PlainLabel::Announced, &listener_, [this, label] {
+                EXPECT_EQ(QAccessible::queryAccessibleInterface(const_cast<PlainLabel*>(label))->role(),
+                          QAccessible::Notification);
+                spoken_.push_back(label->text().toStdString());
+            });
+        }
+        return std::exchange(spoken_, {});
+    }
     std::size_t Picture(const Control* control) override {
         QWidget& widget = control == nullptr ? *RealOf(w) : Real(*control);
         const QImage image = widget.isVisible() ? widget.grab().toImage() : QImage();
@@ -168,6 +180,8 @@ private:
                                         : codes[static_cast<int>(key.Which)];
     }
 
+    QObject listener_;
+    Log spoken_;
     QPointer<QWidget> pressed_;
     std::int64_t age_ = 0; // ms, of the mouse's events
 };
@@ -311,6 +325,8 @@ TEST_F(QtWindowsTest, ReadsWellToAScreenReader) {
     EXPECT_EQ(Read(w.Label2, QAccessible::Description) + Read(w.Text1), "StatusSeconds");
     EXPECT_EQ(Read(w.Command1) + Read(w.Command1, QAccessible::Accelerator), "OneAlt+O");
     EXPECT_TRUE(person.Reader(w.Check1)->state().checked && person.Reader(w.Command1)->state().defaultButton);
+    EXPECT_EQ(person.Reader(w.Label1)->role(), QAccessible::PushButton) << "a label that is clicked";
+    w.Label1.Click = nullptr;
     EXPECT_EQ(person.Reader(w.Label1)->role(), QAccessible::StaticText);
     EXPECT_EQ(person.Reader(w.Label2)->role(), QAccessible::Notification);
     EXPECT_EQ(person.Reader(w.Check1)->role(), QAccessible::CheckBox);
@@ -333,6 +349,11 @@ TEST_F(QtWindowsTest, ReadsWellToAScreenReader) {
     EXPECT_EQ(grid->columnDescription(1), "Folder");
     EXPECT_EQ(grid->cellAt(1, 0)->text(QAccessible::Name), "b");
     QAccessibleInterface* all = QAccessible::queryAccessibleInterface(RealOf(w));
+    QStringList order; // Label1, empty, and the covered tree are nothing to read
+    for (int child = 0; child < all->childCount(); ++child)
+        order += all->child(child)->object()->objectName();
+    EXPECT_EQ(order.join(' ').toStdString(), "Frame1 Command1 Command2 Grid1 Picture1 Check1 Frame2 Option2");
+    EXPECT_EQ(all->role(), QAccessible::Window);
     QAccessibleInterface* tree = person.Reader(w.Tree1);
     EXPECT_EQ(all->indexOfChild(tree), -1);
     w.Frame2.Visible = false;

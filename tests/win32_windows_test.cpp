@@ -16,6 +16,8 @@ class Win32Person : public Person {
 public:
     explicit Win32Person(SampleWindow& sample) : Person(sample) { SetCursorPos(0, 0); } // off the windows: no moves
     ~Win32Person() override {
+        if (hook_ != nullptr)
+            UnhookWinEvent(hook_);
         MSG quit;
         PeekMessageW(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
     }
@@ -121,6 +123,17 @@ public:
         return std::hash<std::string>()(IsWindowVisible(real) ? bits : "");
     }
     std::string Title() override { return TextOf(Form()); }
+    Log Spoken() override {
+        static Log spoken;
+        constexpr DWORD liveRegionChanged = 0x8019; // EVENT_OBJECT_LIVEREGIONCHANGED
+        if (hook_ == nullptr)
+            hook_ = SetWinEventHook(
+                liveRegionChanged, liveRegionChanged, nullptr,
+                [](HWINEVENTHOOK, DWORD, HWND of, LONG, LONG, DWORD, DWORD) { spoken.push_back(TextOf(of)); },
+                GetCurrentProcessId(), 0, WINEVENT_OUTOFCONTEXT);
+        Settle();
+        return std::exchange(spoken, {});
+    }
     bool IsMarked(const Control& control) override {
         return SendMessageW(Real(control), BM_GETCHECK, 0, 0) == BST_CHECKED;
     }
@@ -168,6 +181,9 @@ public:
     }
 
     Win32Machine Machine;
+
+private:
+    HWINEVENTHOOK hook_ = nullptr;
 };
 
 } // namespace

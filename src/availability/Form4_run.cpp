@@ -20,6 +20,7 @@ void Form4Window::Command1_Click() {
     const std::string caption = Command1.Caption;
     if (caption == "&Go") {
         Frame2.Visible = false;
+        Label13.Announce();
         Command1.Caption = "&Start";
     } else if (caption == "&Start") {
         Start();
@@ -99,6 +100,7 @@ void Form4Window::Stop() {
 }
 
 void Form4Window::ShowEnd(const char* opening, const char* span) {
+    Label11.Announce();
     const int rows = Form5->Grid1.RowCount();
     const bool findings = rows > 0;
     Command1.Caption = findings ? "&Report" : "&Finish";

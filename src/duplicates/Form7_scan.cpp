@@ -29,6 +29,7 @@ void Form7Window::Start() {
     Label3.Visible = false;
     Label1.Visible = true;
     Label2.Visible = true;
+    Label1.Announce();
     List1.emplace_back(RootEntry);
     ListFolders();
     Timer1.Enable();
@@ -43,6 +44,7 @@ void Form7Window::Cancel() {
     bCanceled = true;
     Label2.Caption = "Operation canceled by user";
     Label1.Caption.clear();
+    Label2.Announce();
     Command1.Caption = "&Finish";
 }
 
@@ -86,6 +88,7 @@ void Form7Window::ScanFile(std::string szPath, std::string szFile) {
 bool Form7Window::Compare() {
     Label1.Caption = "Comparing links...";
     Label2.Caption = "This can take some minutes";
+    Label1.Announce();
     const std::vector<std::size_t> nextEqual = ChainEqualLinks();
     std::vector<Grid::Record> records(nextEqual.size());
     const auto recordOf = [&](std::size_t link) {
@@ -124,12 +127,14 @@ bool Form7Window::StepOn() {
 void Form7Window::EndRun() {
     if (Grid1.RowCount() > 0) {
         Frame1.Visible = false;
+        Label4.Announce();
     } else {
         Label1.Visible = false;
         Label2.Visible = false;
         Label3.Caption = "\r\nThe scan process is done.\r\n\r\nNo duplicated Favorites found at this time.\r\n\r\n\r\n"
                          "Click Finish button to return to the main window.";
         Label3.Visible = true;
+        Label3.Announce();
     }
     Command2.Enabled = true;
     Command1.Caption = "&Finish";

@@ -102,7 +102,11 @@ struct Label : Control {
     Label() : Control(ControlKind::Label) {}
     Fixed<tarnwick::Alignment> Alignment;
     Fixed<bool> WordWrap;
-    Fixed<bool> Announced; // a screen reader speaks its new texts, wherever the focus is
+
+    // A screen reader speaks the text as it is at the end of the handler, wherever the focus is; the front end does it
+    // when it sees the revision change and the label shows.
+    void Announce() { ++AnnounceRevision; }
+    unsigned AnnounceRevision = 0;
 };
 
 struct CommandButton : Control {

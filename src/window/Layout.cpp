@@ -43,7 +43,6 @@ private:
             auto& label = static_cast<Label&>(row.Field);
             Set(label.Alignment, alignment);
             Set(label.WordWrap, row.WordWrap);
-            Set(label.Announced, row.Announced);
         } else if (row.Field.Kind == ControlKind::CommandButton) {
             Set(static_cast<CommandButton&>(row.Field).Default, row.Default);
         } else if (row.Field.Kind == ControlKind::TextBox) {

@@ -35,7 +35,6 @@ struct ControlRow {
     bool Centered = false;
     bool WordWrap = false;
     bool Default = false;
-    bool Announced = false;
     Color ForeColor = {};
     Color BackColor = {};
     std::string_view AccessibleName = {};

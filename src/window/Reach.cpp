@@ -88,6 +88,10 @@ std::vector<const Control*> ReadingOrder(const Window& window) {
     return order;
 }
 
+bool IsRead(const Control& control) {
+    return control.Kind != ControlKind::Label || !control.Caption.empty() || !control.AccessibleName->empty();
+}
+
 Control* NextStop(const Window& window, const Control* from, bool backwards) {
     std::vector<Control*> stops = InTabOrder(window);
     if (backwards)

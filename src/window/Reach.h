@@ -29,6 +29,9 @@ bool CanHaveFocus(const Window& window, const Control& control);
 // in the tab order come by that. Lines and outlines are nothing to read.
 std::vector<const Control*> ReadingOrder(const Window& window);
 
+// Whether there is anything in it to read: a label without a text and without a name is none.
+bool IsRead(const Control& control);
+
 // The next control in the tab order after `from`, round the end; the first one with nullptr or a control that isn't in
 // the order. Of the option buttons only the chosen one is a stop. nullptr when there is no stop.
 Control* NextStop(const Window& window, const Control* from, bool backwards);

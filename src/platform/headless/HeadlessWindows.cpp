@@ -69,10 +69,20 @@ void HeadlessWindows::Sync() {
     for (const Window* window : loop_.Windows()) {
         if (!window->IsVisible())
             continue;
-        screen_[window] = {window->Title, LookOf(*window)};
-        for (const Control* control : window->Controls)
-            screen_[control] = {control->Caption, LookOf(*window, *control)};
+        screen_[window] = {window->Title, LookOf(*window), 0};
+        for (const Control* control : window->Controls) {
+            Picture& shown = screen_[control];
+            shown.Caption = control->Caption;
+            shown.Look = LookOf(*window, *control);
+            if (control->Kind == ControlKind::Label && IsShown(*window, *control))
+                Speak(static_cast<const Label&>(*control), shown);
+        }
     }
+}
+
+void HeadlessWindows::Speak(const Label& label, Picture& shown) {
+    if (std::exchange(shown.Announced, label.AnnounceRevision) != label.AnnounceRevision)
+        Spoken.push_back(label.Caption);
 }
 
 Control* HeadlessWindows::Focus(const Window& window) {

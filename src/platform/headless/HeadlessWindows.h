@@ -36,6 +36,7 @@ public:
         bool operator==(const ShownMessage&) const = default;
     };
     std::vector<ShownMessage> Messages;
+    std::vector<std::string> Spoken;   // what a screen reader was given to speak
     std::deque<MessageAnswer> Answers; // one per question, No when there is none left
 
     struct ShownEntry {
@@ -76,16 +77,18 @@ public:
     bool HasEnded() const override { return state_.Ended(); }
 
 private:
+    struct Picture {
+        std::string Caption;
+        std::string Look;
+        unsigned Announced = 0;
+    };
     bool IsPending() const;
     void Sync();
+    void Speak(const Label& label, Picture& shown);
 
     MessageLoop& loop_;
     EventSource& events_;
     PumpState state_;
-    struct Picture {
-        std::string Caption;
-        std::string Look;
-    };
     std::map<const void*, Picture> screen_; // of controls and windows
     std::map<const Window*, Control*> focus_;
     std::map<const Window*, unsigned> focusRevisions_; // the last request that was met

@@ -22,24 +22,47 @@ QString SpokenOf(QString caption) {
     return caption;
 }
 
+// Presses the widget of a control from the message loop: the reader waits for its call, and a handler may open a box
+// and wait for its answer.
+void PressLater(QWidget& widget) {
+    QMetaObject::invokeMethod(widget.window(), "PressForReader", Qt::QueuedConnection, Q_ARG(QWidget*, &widget));
+}
+
 class ReadLabel : public QAccessibleWidget {
 public:
-    explicit ReadLabel(PlainLabel& label)
-        : QAccessibleWidget(&label, label.IsAnnounced() ? QAccessible::Notification : QAccessible::StaticText),
-          label_(label) {}
+    ReadLabel(PlainLabel& label, QtWindow& window)
+        : QAccessibleWidget(&label, QAccessible::StaticText), label_(label), window_(window) {}
 
+    QAccessible::Role role() const override {
+        return window_.IsClickable(label_) ? QAccessible::PushButton
+               : label_.IsAnnounced()      ? QAccessible::Notification
+                                           : QAccessible::StaticText;
+    }
     QString text(QAccessible::Text what) const override {
-        return what == QAccessible::Name ? label_.text() : QAccessibleWidget::text(what);
+        const QString name = label_.text().isEmpty() ? label_.accessibleName() : label_.text();
+        return what == QAccessible::Name ? name : QAccessibleWidget::text(what);
+    }
+    QStringList actionNames() const override {
+        return (window_.IsClickable(label_) ? QStringList(pressAction()) : QStringList()) +
+               QAccessibleWidget::actionNames();
+    }
+    void doAction(const QString& name) override {
+        if (name == pressAction())
+            PressLater(label_);
+        else
+            QAccessibleWidget::doAction(name);
     }
 
 private:
     PlainLabel& label_;
+    QtWindow& window_;
 };
 
-// A window or a frame with the widgets that are shown in it; lines and outlines are no things to read.
+// A window or a frame with the controls in it, in the order of the model.
 class ReadContainer : public QAccessibleWidget {
 public:
-    ReadContainer(QWidget& container, QAccessible::Role role) : QAccessibleWidget(&container, role) {}
+    ReadContainer(QWidget& container, const QtWindow& window, QAccessible::Role role)
+        : QAccessibleWidget(&container, role), window_(window) {}
 
     int childCount() const override { return static_cast<int>(Children().size()); }
     QAccessibleInterface* child(int index) const override {
@@ -48,20 +71,34 @@ public:
     int indexOfChild(const QAccessibleInterface* child) const override {
         return child == nullptr ? -1 : static_cast<int>(Children().indexOf(child->object()));
     }
-    QString text(QAccessible::Text what) const override {
-        const auto* frame = qobject_cast<const QGroupBox*>(widget());
-        return frame != nullptr && what == QAccessible::Name ? SpokenOf(frame->title()) : QAccessibleWidget::text(what);
-    }
+
+protected:
+    QObjectList Children() const { return window_.Readable(*widget()); }
 
 private:
-    QObjectList Children() const {
-        QObjectList shown;
-        for (QObject* child : widget()->children())
-            if (const auto* part = qobject_cast<const QWidget*>(child);
-                part != nullptr && !part->isWindow() && !part->isHidden() &&
-                !part->testAttribute(Qt::WA_TransparentForMouseEvents))
-                shown.append(child);
-        return shown;
+    const QtWindow& window_;
+};
+
+class ReadFrame : public ReadContainer {
+public:
+    ReadFrame(QGroupBox& frame, const QtWindow& window) : ReadContainer(frame, window, QAccessible::Grouping) {}
+
+    // Without the blanks that make room in a frame's line.
+    QString text(QAccessible::Text what) const override {
+        return what == QAccessible::Name ? SpokenOf(static_cast<const QGroupBox*>(widget())->title()).trimmed()
+                                         : ReadContainer::text(what);
+    }
+};
+
+class ReadWindow : public ReadContainer {
+public:
+    explicit ReadWindow(QtWindow& window) : ReadContainer(window, window, QAccessible::Window) {}
+
+    QAccessible::Role role() const override { return widget()->isModal() ? QAccessible::Dialog : QAccessible::Window; }
+    QAccessible::State state() const override {
+        QAccessible::State state = ReadContainer::state();
+        state.modal = widget()->isModal();
+        return state;
     }
 };
 
@@ -73,8 +110,7 @@ QAccessible::Role RoleOf(const QAbstractButton& button) {
 
 class ReadButton : public QAccessibleWidget {
 public:
-    ReadButton(QAbstractButton& button, QtWindow& window)
-        : QAccessibleWidget(&button, RoleOf(button)), button_(button), window_(window) {}
+    explicit ReadButton(QAbstractButton& button) : QAccessibleWidget(&button, RoleOf(button)), button_(button) {}
 
     QString text(QAccessible::Text what) const override {
         QString key = QKeySequence::mnemonic(button_.text()).toString(QKeySequence::NativeText);
@@ -100,8 +136,7 @@ public:
     }
     void doAction(const QString& name) override {
         if (name == pressAction() || name == toggleAction())
-            // The reader waits for this call, and a handler may open a box and wait for its answer.
-            QMetaObject::invokeMethod(&window_, "PressForReader", Qt::QueuedConnection, Q_ARG(QWidget*, &button_));
+            PressLater(button_);
         else
             QAccessibleWidget::doAction(name);
     }
@@ -112,20 +147,20 @@ public:
 
 private:
     QAbstractButton& button_;
-    QtWindow& window_;
 };
 
 QAccessibleInterface* MakeReaderInterface(const QString& /*className*/, QObject* object) {
+    const auto* widget = qobject_cast<QWidget*>(object);
+    auto* window = widget == nullptr ? nullptr : qobject_cast<QtWindow*>(widget->window());
+    if (window == nullptr)
+        return nullptr;
     if (auto* label = qobject_cast<PlainLabel*>(object); label != nullptr)
-        return new ReadLabel(*label);
+        return new ReadLabel(*label, *window);
     if (auto* button = qobject_cast<QAbstractButton*>(object); button != nullptr)
-        if (auto* window = qobject_cast<QtWindow*>(button->window()); window != nullptr)
-            return new ReadButton(*button, *window);
-    if (auto* window = qobject_cast<QtWindow*>(object); window != nullptr)
-        return new ReadContainer(*window, QAccessible::Dialog);
+        return new ReadButton(*button);
     if (auto* frame = qobject_cast<QGroupBox*>(object); frame != nullptr)
-        return new ReadContainer(*frame, QAccessible::Grouping);
-    return nullptr;
+        return new ReadFrame(*frame, *window);
+    return object == window ? new ReadWindow(*window) : nullptr;
 }
 
 } // namespace

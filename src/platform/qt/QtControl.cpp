@@ -38,6 +38,7 @@ void QtControl::Sync(bool shown) {
         widget_.setEnabled(control_.Enabled);
     if (widget_.isHidden() == shown)
         widget_.setVisible(shown);
+    ShowLast();
 }
 
 void QtControl::ShowColors() const {

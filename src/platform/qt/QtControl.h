@@ -46,6 +46,8 @@ protected:
     // What the kind of control has beside the common fields.
     virtual void SyncKind() {}
     virtual void ShowCaption() {}
+    // After all else has been written.
+    virtual void ShowLast() {}
     virtual void ShowColors() const;
 
     // The colours that ControlDefault means.

@@ -13,8 +13,12 @@
 
 namespace tarnwick {
 
-PlainLabel::PlainLabel(const Label& label, QWidget& parent) : QLabel(&parent), announced_(label.Announced) {
+PlainLabel::PlainLabel(const Label& label, QWidget& parent) : QLabel(&parent) {
     setTextFormat(Qt::PlainText);
+    connect(this, &PlainLabel::Announced, this, [this] { // readers speak a notification when it appears
+        QAccessibleEvent appears(this, QAccessible::ObjectShow);
+        QAccessible::updateAccessibility(&appears);
+    });
     setWordWrap(label.WordWrap);
     setAlignment(Qt::AlignTop | (label.Alignment == Alignment::Center ? Qt::AlignHCenter : Qt::AlignLeft));
 }
@@ -44,13 +48,12 @@ void PlainLabel::paintEvent(QPaintEvent*) {
     style()->drawItemText(&painter, place, flags, palette(), isEnabled(), shown, QPalette::WindowText);
 }
 
-namespace {
-
-// Screen readers speak a notification when it appears.
-void Announce(PlainLabel& label) {
-    QAccessibleEvent appears(&label, QAccessible::ObjectShow);
-    QAccessible::updateAccessibility(&appears);
+void PlainLabel::Announce() {
+    announced_ = true;
+    emit Announced();
 }
+
+namespace {
 
 class LabelControl : public QtControl {
 public:
@@ -61,13 +64,17 @@ protected:
     void ShowCaption() override {
         auto& label = static_cast<PlainLabel&>(Real());
         label.setText(wrapped_ ? LinesOf(Model().Caption) : SingleLineOf(Model().Caption));
-        if (label.IsAnnounced() && label.isVisible())
-            Announce(label);
+    }
+    void ShowLast() override {
+        auto& label = static_cast<PlainLabel&>(Real());
+        if (label.isVisible() && announced_.Differs(static_cast<const Label&>(Model()).AnnounceRevision))
+            label.Announce();
     }
     ColorRole DefaultBackColor() const override { return ColorRole::Transparent; }
 
 private:
     const bool wrapped_;
+    Shown<unsigned> announced_{0};
 };
 
 // A picture with one pixel of frame around it. The picture fills what the frame leaves, whatever pixels of the display

@@ -12,8 +12,12 @@ class PlainLabel : public QLabel {
 
 public:
     PlainLabel(const Label& label, QWidget& parent);
-    // A screen reader speaks its new texts, wherever the focus is.
+    // A screen reader speaks its text, wherever the focus is.
+    void Announce();
     bool IsAnnounced() const { return announced_; }
+
+signals:
+    void Announced();
 
 protected:
     bool event(QEvent* event) override;
@@ -22,7 +26,7 @@ protected:
 private:
     bool IsCut() const;
 
-    const bool announced_;
+    bool announced_ = false; // at least once
 };
 
 std::unique_ptr<QtControl> MakeQtLabel(Label& label, QWidget& parent);

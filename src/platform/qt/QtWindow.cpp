@@ -182,6 +182,24 @@ void QtWindow::PressAndClick(const QtControl& control) {
     Pass([&model = control.Model(), seen = SeenCaption(control)](Input& input) { input.PressAndClick(model, seen); });
 }
 
+QObjectList QtWindow::Readable(const QWidget& container) const {
+    QObjectList readable;
+    if (window_ == nullptr)
+        return readable;
+    for (const Control* control : ReadingOrder(*window_)) {
+        const QtControl* shown = Find(control);
+        if (shown != nullptr && shown->Real().parentWidget() == &container && !shown->Real().isHidden() &&
+            IsRead(*control))
+            readable.append(&shown->Real());
+    }
+    return readable;
+}
+
+bool QtWindow::IsClickable(const QWidget& widget) const {
+    const QtControl* control = Find(&widget);
+    return control != nullptr && static_cast<bool>(control->Model().Click);
+}
+
 void QtWindow::PressForReader(QWidget* widget) {
     inputAt_.reset();
     if (const QtControl* control = Find(widget); control != nullptr)

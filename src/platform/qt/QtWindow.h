@@ -53,6 +53,10 @@ public:
     // The mouse or a key presses a control, and lets it go over it.
     void Press(const QtControl& control);
     void Click(const QtControl& control);
+    // The widgets in `container`, which is the window or a frame of it, as a screen reader goes through them.
+    QObjectList Readable(const QWidget& container) const;
+    // Whether a click on the control has an effect.
+    bool IsClickable(const QWidget& widget) const;
     // A screen reader's action on a control's widget.
     Q_INVOKABLE void PressForReader(QWidget* widget);
 

@@ -77,6 +77,7 @@ void Win32Control::Sync() {
         EnableWindow(real_, enabled);
     if (const bool visible = shown && !IsEmpty(); visible_.Differs(visible))
         ShowWindow(real_, visible ? SW_SHOWNA : SW_HIDE);
+    ShowLast();
 }
 
 void Win32Control::ShowColors() { InvalidateRect(real_, nullptr, TRUE); }

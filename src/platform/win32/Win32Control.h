@@ -58,6 +58,8 @@ protected:
 
     // The text, value, rows... as they are in the model.
     virtual void SyncContent() = 0;
+    // After all else has been written.
+    virtual void ShowLast() {}
     // What depends on the display beside place and font.
     virtual void Scale(int /*dpi*/) {}
     // A control that shows nothing must not hide what it lies over.

@@ -47,18 +47,20 @@ LRESULT CALLBACK FrameProcedure(HWND window, UINT message, WPARAM first, LPARAM 
 } // namespace
 
 Win32Label::Win32Label(Win32Window& owner, Label& model, HWND__* parent, int number)
-    : Win32Control(owner, model, parent, number, {L"STATIC", LabelStyle(model)}), label_(model) {
-    if (label_.Announced)
-        SetAnnouncing(Real());
-}
+    : Win32Control(owner, model, parent, number, {L"STATIC", LabelStyle(model)}), label_(model) {}
 
 void Win32Label::SyncContent() {
     if (!lines_.Differs(label_.Caption))
         return;
     SetWindowTextW(Real(), (label_.WordWrap ? LinesOf(label_.Caption) : SingleLineOf(label_.Caption)).c_str());
     ShowWhole();
-    if (label_.Announced)
-        AnnounceText(Real());
+}
+
+void Win32Label::ShowLast() {
+    if (!IsWindowVisible(Real()) || !announced_.Differs(label_.AnnounceRevision))
+        return;
+    SetAnnouncing(Real());
+    AnnounceText(Real());
 }
 
 // A text that is cut with dots is whole in a tool tip.

@@ -14,10 +14,12 @@ private:
     void SyncContent() override;
     void Scale(int /*dpi*/) override { ShowWhole(); }
     bool IsEmpty() const override;
+    void ShowLast() override;
     void ShowWhole();
 
     Label& label_;
     Shown<std::string> lines_{{}};
+    Shown<unsigned> announced_{0};
 };
 
 // Holds other controls and hides what it lies over.
