@@ -80,7 +80,7 @@ std::string ToolTipText(std::string_view text) {
 }
 
 std::string Elided(std::string_view text, int width, const std::function<int(const std::string&)>& widthOf) {
-    const std::string whole(text);
+    std::string whole(text);
     if (widthOf(whole) <= width)
         return whole;
     std::vector<std::size_t> counts(CharacterCount(text));
