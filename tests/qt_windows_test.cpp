@@ -328,7 +328,6 @@ TEST_F(QtWindowsTest, ReadsWellToAScreenReader) {
     EXPECT_EQ(person.Reader(w.Label1)->role(), QAccessible::PushButton) << "a label that is clicked";
     w.Label1.Click = nullptr;
     EXPECT_EQ(person.Reader(w.Label1)->role(), QAccessible::StaticText);
-    EXPECT_EQ(person.Reader(w.Label2)->role(), QAccessible::Notification);
     EXPECT_EQ(person.Reader(w.Check1)->role(), QAccessible::CheckBox);
     EXPECT_EQ(person.Reader(w.Option1)->role(), QAccessible::RadioButton);
     EXPECT_EQ(person.Reader(w.Command2)->role(), QAccessible::PushButton);
@@ -402,15 +401,6 @@ TEST_F(QtWindowsTest, OpensCentredAndFollowsItsFrameLater) {
     }
     EXPECT_EQ(seenAt(0, 60).lightness() + seenAt(300, 50).lightness(), 128 + 0) << "the frame's and the picture's";
     EXPECT_TRUE(real.windowIcon().availableSizes().contains(QSize(32, 32)));
-    w.Label1.Caption = "Label";
-    w.Label1.Font.Underline = true;
-    w.Label1.BackColor = Color::Rgb(0, 0, 99);
-    p.Settle();
-    w.Label1.ForeColor = Color::Rgb(99, 0, 0); // alone
-    p.Settle();
-    const QWidget& label = person.Real(w.Label1);
-    EXPECT_TRUE(label.font().underline() && label.palette().windowText().color().red() == 99 &&
-                seenAt(99, 7).blue() == 99);
 }
 
 // The display repeats a held key as a release and a press of one moment, which Qt takes for two keystrokes; while no

@@ -317,19 +317,6 @@ TEST_F(Win32WindowsTest, ShowsWhatALabelCutsAsItsToolTip) {
     }
 }
 
-TEST_F(Win32WindowsTest, SpeaksTheNewTextsOfAnAnnouncedLabelAlone) {
-    static std::vector<HWND> spoken;
-    constexpr DWORD liveRegionChanged = 0x8019; // EVENT_OBJECT_LIVEREGIONCHANGED
-    Show();
-    const auto speak = [](HWINEVENTHOOK, DWORD, HWND window, LONG, LONG, DWORD, DWORD) { spoken.push_back(window); };
-    const HWINEVENTHOOK hook = SetWinEventHook(liveRegionChanged, liveRegionChanged, nullptr, speak,
-                                               GetCurrentProcessId(), 0, WINEVENT_OUTOFCONTEXT);
-    w.Label1.Caption = w.Label2.Caption = "new";
-    p.Settle();
-    UnhookWinEvent(hook);
-    EXPECT_EQ(spoken, std::vector{Real(w.Label2)});
-}
-
 TEST_F(Win32WindowsTest, ServesAScreenReader) {
     Show();
     std::string order; // it reads from front to back

@@ -233,8 +233,6 @@ TEST_F(WindowTest, EveryWindowIsWhole) {
         EXPECT_FALSE(taken.contains("&")) << "a button without a key";
         EXPECT_EQ(defaults, slot == &Form2 || slot == &Form9 ? 0 : 1);
     }
-    for (const Label* text : {&Form4->Label11, &Form7->Label1, &Form7->Label3})
-        EXPECT_TRUE(text->Announced) << *text->Name;
     EXPECT_EQ(*Form4->Label8.AccessibleDescription, "Status");
 }
 

@@ -20,6 +20,8 @@ std::string LookOf(const Window& window) {
 
 std::string LookOfKind(const Control& control) {
     switch (control.Kind) {
+    case ControlKind::Label:
+        return static_cast<const Label&>(control).Alignment == Alignment::Center ? "centred" : "";
     case ControlKind::CheckBox:
         return std::to_string(static_cast<const CheckBox&>(control).Value);
     case ControlKind::OptionButton:
