@@ -198,6 +198,8 @@ TEST_F(RunTest, NeedsASelectionAndEndsWithFindingsThatOnlyTheNextRunClears) {
     };
     Click(Form4->Command1);
     ExpectEnd("The scan process is done.", 3, " found at this time.");
+    machine.Windows.PumpEvents();
+    EXPECT_EQ(machine.Windows.Spoken, (Strings{Form4->Label13.Caption, Form4->Label11.Caption}));
     EXPECT_FALSE(Form4->Timer1.Enabled());
     EXPECT_EQ(Form4->Label10.Caption, "00:10") << "the silent link took its whole time";
 
