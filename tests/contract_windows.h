@@ -504,6 +504,12 @@ TEST_F(WindowContract, AnnouncesALabelOnceItShows) {
     EXPECT_EQ(p.Spoken(), Log{"late"});
 }
 
+TEST_F(WindowContract, CentersATextWhereItsTableSaysSo) {
+    w.Label1.Caption = w.Value1.Caption = "text";
+    Show();
+    EXPECT_NE(p.Picture(&w.Label1), p.Picture(&w.Value1));
+}
+
 TEST_F(WindowContract, ShowsWhatAHandlerWritesInItsFirstPass) {
     Show();
     std::string shown;
