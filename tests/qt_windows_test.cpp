@@ -431,6 +431,27 @@ TEST_F(QtWindowsTest, KnowsAHeldKeyByItsTimes) {
     ShowBox();
 }
 
+// Takes the display's keys, as the reader's bus does; the copies have no time.
+struct KeyTaker : QObject {
+    bool eventFilter(QObject*, QEvent* event) override {
+        return event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->timestamp() != 0;
+    }
+};
+
+TEST_F(QtWindowsTest, AHeldKeyPressesOnceByAReadersBusToo) {
+    Show();
+    KeyTaker bus;
+    QWindow* display = RealOf(w)->windowHandle();
+    display->installEventFilter(&bus);
+    for (const quint64 time : {100, 600, 640, 3000}) { // held, and pressed again
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, {});
+        press.setTimestamp(2'000'000'000 + time);
+        QCoreApplication::sendEvent(display, &press);
+        p.TypeByReader({.Which = Key::Enter});
+    }
+    EXPECT_EQ(Raised(), (Log{"Command1", "Command1"}));
+}
+
 // Qt is in the middle of the button's click when the window's real one could be deleted. Nor must a pump, which handles
 // the ticks itself, keep those of a box that a click in it opens.
 TEST_F(QtWindowsTest, RealWindowStaysWhileItsHandlerIsOnTheStack) {
