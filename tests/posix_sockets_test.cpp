@@ -88,7 +88,7 @@ TEST_F(PosixSocketsTest, NothingIsHeardOfASilentOrForeignSocketAndOfACopyInAChil
 
 TEST_F(PosixSocketsTest, NumbersOfWindowsAreTranslatedAndOthersFail) {
     AddressRecord everybody = machine.Address();
-    everybody.Address = 0xFFFFFFFF; // refused by the call itself
+    everybody.Address = NoAddress; // refused by the call itself
     const SocketNumber refused = Start(everybody);
     const Events last = Next(1);
     EXPECT_TRUE(last.size() == 1 && last[0][0] == refused && last[0][2] > 10000);

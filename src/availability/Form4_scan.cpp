@@ -79,7 +79,7 @@ void Form4Window::ConnectLink() {
     Winsock& socket = *Form2->SOCKET;
     socket.SOCKET_CONNECT(Form2->Handle(), CurrentLink.Host, PortNumber(CurrentLink.Port),
                           Timer1.DueAt() - services().Clock.Now());
-    if (socket.SocketHandle() != -1)
+    if (socket.SocketHandle() != Winsock::NotStarted)
         return;
     Label8.Caption = "Unable to connect";
     socket.SOCKET_DISCONNECT(Form2->Handle());

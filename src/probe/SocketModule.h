@@ -12,7 +12,7 @@ class Winsock;
 
 namespace tarnwick::SocketModule {
 
-extern std::int16_t SocketHandle;                 // 0: no socket, -1: the last one failed to start
+extern std::int16_t SocketHandle;                 // 0: no socket, or Winsock::NotStarted
 extern PreviousProcedure PreviousWindowProcedure; // 0 until the first connection
 extern std::int16_t Connected;                    // 1 from the connect notification to the peer's close
 extern Winsock* Instance;

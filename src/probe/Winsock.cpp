@@ -19,7 +19,7 @@ std::int16_t FittedHandle(SocketNumber socket) {
     if (socket <= std::numeric_limits<std::int16_t>::max())
         return static_cast<std::int16_t>(socket);
     services().Sockets.Close(socket);
-    return -1;
+    return Winsock::NotStarted;
 }
 
 } // namespace

@@ -29,7 +29,8 @@ public:
     std::function<void(std::int32_t ErrorID)> Error;
 
     // Starts a connection whose events go to the window `lngHandle`, and returns without waiting for it. SocketHandle()
-    // is -1 afterwards when it can't even be started, as without a port. A look-up of the host ends within `lookUpMs`.
+    // is NotStarted afterwards when it can't even be started, as without a port. A look-up of the host ends within
+    // `lookUpMs`.
     void SOCKET_CONNECT(WindowHandle lngHandle, const std::string& szHost, std::optional<std::uint16_t> intPort,
                         std::int64_t lookUpMs);
     // Closes the socket and gives the window its own procedure back: nothing of this socket arrives any more. Harmless
@@ -42,7 +43,8 @@ public:
     void SOCKET_SEND(const std::string& What);
     void SOCKET_SETERROR(std::int32_t ErrID);
 
-    // 0: no socket; -1: the last connection could not be started; else the socket.
+    static constexpr std::int16_t NotStarted = -1;
+    // 0: no socket; NotStarted: the last connection could not be started; else the socket.
     std::int16_t SocketHandle() const;
 
 private:

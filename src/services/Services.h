@@ -3,7 +3,7 @@
 // What Tarnwick asks of a machine: one small interface per service, gathered in Services. A front end implements them,
 // app/ hands them over once with UseServices(), and everything else reaches them through services().
 //
-// Texts are in the system's ANSI code page (UTF-8 on Linux). Paths have "\" between their pieces. Nothing here throws;
+// Texts are UTF-8; those from outside may hold any bytes. Paths have "\" between their pieces. Nothing here throws;
 // a failure is a result that the operation names.
 
 #include <cstddef>
@@ -72,7 +72,7 @@ class SettingsService {
 public:
     virtual ~SettingsService() = default;
 
-    // Gives each key its stored value; one that isn't stored keeps the value that it comes with. All of them come from
+    // Sets each key's stored value; one that isn't stored keeps the value that it comes with. All of them come from
     // one reading, so that a save by another program is seen whole or not at all (on Windows value by value: the
     // registry has no such reading).
     virtual void Read(const std::string& application, const std::string& section, std::vector<Setting>& settings) = 0;

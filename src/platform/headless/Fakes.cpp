@@ -151,30 +151,30 @@ std::int32_t FakeSockets::Startup(std::uint16_t version) {
 
 std::int32_t FakeSockets::Cleanup() {
     ++Cleanups;
-    return Fails("Cleanup") ? -1 : 0;
+    return Fails("Cleanup") ? SocketError::Failed : 0;
 }
 
 SocketNumber FakeSockets::Open(std::int32_t, std::int32_t, std::int32_t) {
     if (Fails("Open"))
-        return -1;
+        return SocketError::Failed;
     last_ = NextNumber++;
     OpenNumbers.insert(last_);
     return last_;
 }
 
 std::int32_t FakeSockets::SetOption(SocketNumber, std::int32_t level, std::int32_t option, const LingerRecord&) {
-    return Fails("SetOption") || !IsLinger(level, option) ? -1 : 0;
+    return Fails("SetOption") || !IsLinger(level, option) ? SocketError::Failed : 0;
 }
 
 std::int32_t FakeSockets::GetOption(SocketNumber, std::int32_t level, std::int32_t option, LingerRecord&,
                                     std::int32_t&) {
-    return Fails("GetOption") || !IsLinger(level, option) ? -1 : 0;
+    return Fails("GetOption") || !IsLinger(level, option) ? SocketError::Failed : 0;
 }
 
 std::int32_t FakeSockets::AsyncSelect(SocketNumber, WindowHandle window, std::uint32_t message, std::int32_t) {
     window_ = window;
     message_ = message;
-    return Fails("AsyncSelect") ? -1 : 0;
+    return Fails("AsyncSelect") ? SocketError::Failed : 0;
 }
 
 const FakeSockets::Host* FakeSockets::HostOf(std::uint32_t address) const {
@@ -202,14 +202,14 @@ std::int32_t FakeSockets::Connect(SocketNumber, const AddressRecord& address) {
         if (host->Closes)
             Notify(SocketEvent::Close);
     }
-    return -1;
+    return SocketError::Failed;
 }
 
 std::int32_t FakeSockets::Send(SocketNumber socket, const std::string& bytes) {
     if (const int way = Fails("Send", 2); way != 0) // or nothing is taken
-        return way == 1 ? -1 : 0;
+        return way == 1 ? SocketError::Failed : 0;
     if (!OpenNumbers.contains(socket) || !established_)
-        return -1;
+        return SocketError::Failed;
     Connection& connection = Connections.back();
     connection.Sent += bytes;
     if (const auto host = Hosts.find(connection.Name); host != Hosts.end() && host->second.Reply)
@@ -219,9 +219,9 @@ std::int32_t FakeSockets::Send(SocketNumber socket, const std::string& bytes) {
 
 std::int32_t FakeSockets::Receive(SocketNumber socket, std::string& buffer) {
     if (const int way = Fails("Receive", 2); way != 0)
-        return way == 1 ? -1 : 0;
+        return way == 1 ? SocketError::Failed : 0;
     if (!OpenNumbers.contains(socket))
-        return -1;
+        return SocketError::Failed;
     const std::size_t count = std::min(buffer.size(), incoming_.size());
     std::memcpy(buffer.data(), incoming_.data(), count);
     incoming_.erase(0, count);
@@ -234,9 +234,9 @@ std::int32_t FakeSockets::Receive(SocketNumber socket, std::string& buffer) {
 
 std::int32_t FakeSockets::Close(SocketNumber socket) {
     if (OpenNumbers.erase(socket) == 0)
-        return -1;
+        return SocketError::Failed;
     loop_.Purge(socket);
-    return Fails("Close") ? -1 : 0; // the number is free in any case
+    return Fails("Close") ? SocketError::Failed : 0; // the number is free in any case
 }
 
 std::uint16_t FakeSockets::HostToNetwork(std::uint16_t port) {
