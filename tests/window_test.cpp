@@ -4,6 +4,7 @@
 #include "text/Ascii.h"
 #include "text/Text.h"
 #include "text/Utf8.h"
+#include "window/BoxText.h"
 #include "window/Dialogs.h"
 #include "window/Keyboard.h"
 #include "window/Layout.h"
@@ -88,6 +89,21 @@ TEST_F(WindowTest, Utf8KeepsEveryCodeAtItsLengthsEnds) {
     for (const char* bytes :
          {"\xC1\xBF", "\xE0\x9F\xBF", "\xED\xA0\x80", "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80", "\xC2", "\x80"})
         EXPECT_FALSE(DecodeUtf8(bytes, 0).Valid || IsAscii(bytes));
+}
+
+TEST_F(WindowTest, ABoxBreaksAndCutsOnlyALongText) {
+    EXPECT_EQ(FittedToBox("Short\r\ntext").Text, "Short\r\ntext");
+    EXPECT_EQ(FittedToBox("Short\r\ntext").Width, 0);
+    const std::string line(100, 'w'); // as wide as a box
+    const BoxText broken = FittedToBox("URL: " + line + line + "x");
+    EXPECT_EQ(broken.Text, "URL: \r\n" + line + "\r\n" + line + "\r\nx");
+    EXPECT_EQ(broken.Width, 800);
+    std::string text;
+    for (const char* name : {"a", "b", "c", "d"})
+        text += std::string(1000, *name) + "\r\n";
+    const std::string cut = FittedToBox(text).Text;
+    EXPECT_LE(std::ranges::count(cut, '\n'), 420 / 16);
+    EXPECT_TRUE(cut.find("d...") != std::string::npos) << "every line keeps its beginning";
 }
 
 TEST_F(WindowTest, TimersTickOnceAPassAndRefuseSenselessIntervals) {
