@@ -526,11 +526,12 @@ TEST_F(WindowContract, ShowsWhatAHandlerWritesInItsFirstPass) {
 }
 
 TEST_F(WindowContract, GivesMouseMovesToTheControlUnderTheMouse) {
+    Show();
     w.MouseMove = [&] { w.Log.push_back("window"); };
     w.Frame1.MouseMove = [&] { w.Log.push_back("frame"); };
     w.Label1.MouseMove = [&] { w.Log.push_back("label"); };
     w.Grid1.MouseMove = [&] { w.Log.push_back("grid"); };
-    Show();
+    p.Settle();
     p.MoveMouse(300, 100);
     p.MoveMouse(2700, 1000); // inside the frame, beside its controls
     p.MoveMouse(300, 2900);

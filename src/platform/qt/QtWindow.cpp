@@ -41,7 +41,7 @@ Qt::WindowFlags FlagsOf(const Window& window) {
     return flags;
 }
 
-bool FollowsMouse(const Window& window) {
+bool TakesMouseMoves(const Window& window) {
     return window.MouseMove || std::ranges::any_of(window.Controls, [](const Control* control) {
                return static_cast<bool>(control->MouseMove);
            });
@@ -53,7 +53,6 @@ QtWindow::QtWindow(Window& window, QtPump& pump, HeldKeys& heldKeys)
     : QDialog(nullptr, FlagsOf(window)), window_(&window), pump_(pump), heldKeys_(heldKeys),
       input_(std::make_shared<Input>(window)) {
     setFixedSize(PixelsOf(window.ClientWidth), PixelsOf(window.ClientHeight));
-    setMouseTracking(FollowsMouse(window));
     BuildControls();
     installEventFilter(this);
 }
@@ -66,10 +65,8 @@ void QtWindow::BuildControls() {
         const QtControl* container = Find(control->Container);
         QWidget& parent = container != nullptr ? container->Real() : *this;
         controls_.push_back(MakeQtControl(*control, parent, *this));
-        for (QWidget* part : controls_.back()->Parts()) {
-            part->setMouseTracking(hasMouseTracking());
+        for (QWidget* part : controls_.back()->Parts())
             part->installEventFilter(this);
-        }
     }
 }
 
@@ -111,12 +108,21 @@ void QtWindow::SyncFrame() {
     }
     if (edge_.Differs(window_->Edge))
         update();
+    if (const bool wanted = TakesMouseMoves(*window_); followsMouse_.Differs(wanted))
+        FollowMouse(wanted);
     if (topMost_.Differs(window_->TopMost)) {
         // Not setWindowFlags(), which hides a window.
         overrideWindowFlags(windowFlags().setFlag(Qt::WindowStaysOnTopHint, window_->TopMost));
         if (windowHandle() != nullptr)
             windowHandle()->setFlag(Qt::WindowStaysOnTopHint, window_->TopMost);
     }
+}
+
+void QtWindow::FollowMouse(bool follow) {
+    setMouseTracking(follow);
+    for (const auto& control : controls_)
+        for (QWidget* part : control->Parts())
+            part->setMouseTracking(follow);
 }
 
 void QtWindow::SyncFocus(const Control* last) {

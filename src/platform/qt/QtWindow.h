@@ -73,6 +73,7 @@ protected:
 private:
     void BuildControls();
     void SyncFrame();
+    void FollowMouse(bool follow);
     void SyncFocus(const Control* last);
     void Center();
     QtControl* Find(const QObject* widget) const;
@@ -95,6 +96,7 @@ private:
     Shown<Color> backColor_;
     Shown<int> edge_;
     Shown<bool> topMost_{false};
+    Shown<bool> followsMouse_;
     Shown<unsigned> focusRequest_{0};
     std::optional<QPoint> place_; // where the window was put, until its frame is known
     bool placed_ = false;
