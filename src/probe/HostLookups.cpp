@@ -47,14 +47,15 @@ std::string HostLookups::AddressOf(const std::string& name, std::int64_t ms) {
 // True: the name's look-up has ended, or can't be started at all.
 bool HostLookups::WaitFor(const std::string& name, std::int64_t ms) {
     const std::int64_t end = services().Clock.Now() + ms;
+    const auto left = [end] { return std::max<std::int64_t>(0, end - services().Clock.Now()); };
     while (!IsStarted(name)) {
         if (underWay_.empty())
             return true;
-        underWay_.begin()->second->Wait(end - services().Clock.Now());
-        if (services().Clock.Now() >= end)
+        underWay_.begin()->second->Wait(left());
+        if (left() == 0)
             return false;
     }
-    return underWay_[name]->Wait(end - services().Clock.Now());
+    return underWay_[name]->Wait(left());
 }
 
 bool HostLookups::IsStarted(const std::string& name) {

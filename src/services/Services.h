@@ -127,7 +127,7 @@ struct AddressRecord {
 class HostLookup {
 public:
     virtual ~HostLookup() = default;
-    // Waits until it has ended or `ms` have passed. True: it has ended.
+    // Waits until it has ended or `ms`, which is not negative, have passed. True: it has ended.
     virtual bool Wait(std::int64_t ms) = 0;
     // Once it has ended: the bytes of the host's first address, as many as the address has; empty when there is none.
     virtual std::string Address() const = 0;
